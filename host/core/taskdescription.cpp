@@ -1,0 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "taskdescription.h"
+
+TaskDescription::~TaskDescription() = default;

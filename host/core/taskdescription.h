@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "kraglobal.h"
+
+#include <QString>
+
+/// What a task says of itself. Written by the task's own thread of the moment, read by others when it has ended.
+class KRA_EXPORT TaskDescription
+{
+public:
+    enum TaskStatus
+    {
+        NotFinished = 0,
+        Failed = 1,
+        Succeeded = 2
+    };
+
+    TaskDescription() = default;
+    TaskDescription(const TaskDescription &) = delete;
+    TaskDescription &operator=(const TaskDescription &) = delete;
+    virtual ~TaskDescription();
+
+    QString description() const { return _description; }
+    void setDescription(const QString &description) { _description = description; }
+    /// Why the task failed, for the administrator; one line for each failure.
+    QString message() const { return _message; }
+    void setMessage(const QString &message) { _message = message; }
+    TaskStatus status() const { return _status; }
+    void setStatus(TaskStatus status) { _status = status; }
+
+private:
+    QString _description;
+    QString _message;
+    TaskStatus _status = NotFinished;
+};
