@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "listcolumns.h"
+
+#include <QHeaderView>
+#include <QSettings>
+#include <QTreeView>
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+constexpr int widestColumn = 36; // in characters: a name of 32 with its icon
+}
+
+ListColumns::ListColumns(QTreeView *view, const QString &listName)
+    : _view(view)
+    , _key(QStringLiteral("lists/%1").arg(listName))
+{
+    // The order of the rows' source, until a column is clicked.
+    view->header()->setSortIndicator(-1, Qt::AscendingOrder);
+    view->setSortingEnabled(true);
+    // Not at once: who fills a list may complete its rows when they stand in it.
+    _fitTimer.setSingleShot(true);
+    _fitTimer.setInterval(0);
+    QObject::connect(view->model(), &QAbstractItemModel::rowsInserted, &_fitTimer, qOverload<>(&QTimer::start));
+    QObject::connect(&_fitTimer, &QTimer::timeout, &_fitTimer, [this] { fit(); });
+}
+
+ListColumns::~ListColumns()
+{
+    if (_isLoaded)
+        QSettings().setValue(_key, _view->header()->saveState());
+}
+
+void ListColumns::load()
+{
+    if (std::exchange(_isLoaded, true))
+        return;
+    _isFitted = _view->header()->restoreState(QSettings().value(_key).toByteArray());
+    _fitTimer.start();
+}
+
+void ListColumns::fit()
+{
+    if (!_isLoaded || _isFitted)
+        return;
+    _isFitted = _view->model()->rowCount() > 0;
+    QHeaderView *header = _view->header();
+    const QAbstractItemView *view = _view;
+    const int character = _view->fontMetrics().averageCharWidth();
+    // The last one takes the room that the others leave.
+    const int last = header->count() - 1;
+    for (int column = 0; column < last; ++column) {
+        const int needed = std::max(view->sizeHintForColumn(column), header->sectionSizeHint(column));
+        header->resizeSection(column, std::min(needed + 2 * character, widestColumn * character));
+    }
+    header->resizeSection(last, header->sectionSizeHint(last));
+}

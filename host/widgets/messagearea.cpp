@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "messagearea.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int maximumLines = 7;
+
+QColor mixed(const QColor &base, const QColor &tint, qreal share)
+{
+    return QColor::fromRgbF(base.redF() * (1 - share) + tint.redF() * share,
+                            base.greenF() * (1 - share) + tint.greenF() * share,
+                            base.blueF() * (1 - share) + tint.blueF() * share);
+}
+} // namespace
+
+MessageArea::MessageArea(QWidget *parent)
+    : QFrame(parent)
+    , _scrollArea(new QScrollArea(this))
+    , _textLabel(new QLabel)
+{
+    setAutoFillBackground(true);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+
+    auto *iconLabel = new QLabel(this);
+    const int extent = style()->pixelMetric(QStyle::PM_ButtonIconSize) * 3 / 2;
+    iconLabel->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(extent, extent));
+
+    _textLabel->setObjectName(QStringLiteral("pageMessage"));
+    _textLabel->setTextFormat(Qt::PlainText);
+    _textLabel->setWordWrap(true);
+    _textLabel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    _scrollArea->setWidget(_textLabel);
+    _scrollArea->setWidgetResizable(true);
+    _scrollArea->setFrameShape(QFrame::NoFrame);
+    _scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The tint of the whole area is to be seen behind the text.
+    _scrollArea->viewport()->setAutoFillBackground(false);
+    _textLabel->setAutoFillBackground(false);
+
+    auto *closeButton = new QToolButton(this);
+    closeButton->setObjectName(QStringLiteral("pageMessageClose"));
+    closeButton->setAutoRaise(true);
+    closeButton->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    closeButton->setToolTip(tr("Hide this message"));
+    closeButton->setAccessibleName(closeButton->toolTip());
+    connect(closeButton, &QToolButton::clicked, this, &MessageArea::dismissed);
+
+    auto *row = new QHBoxLayout(this);
+    row->addWidget(iconLabel, 0, Qt::AlignTop);
+    row->addWidget(_scrollArea, 1, Qt::AlignVCenter);
+    row->addWidget(closeButton, 0, Qt::AlignTop);
+    applyColors();
+    hide();
+}
+
+QString MessageArea::text() const
+{
+    return _textLabel->text();
+}
+
+void MessageArea::setText(const QString &text)
+{
+    setVisible(!text.isEmpty());
+    if (text == _textLabel->text())
+        return;
+    _textLabel->setText(text);
+    _scrollArea->verticalScrollBar()->setValue(0);
+    fitHeight();
+}
+
+void MessageArea::resizeEvent(QResizeEvent *event)
+{
+    QFrame::resizeEvent(event);
+    fitHeight();
+}
+
+void MessageArea::changeEvent(QEvent *event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        applyColors();
+    else if (event->type() == QEvent::FontChange)
+        fitHeight();
+}
+
+void MessageArea::fitHeight()
+{
+    if (text().isEmpty())
+        return; // and hidden
+    const int wanted = _textLabel->heightForWidth(_scrollArea->viewport()->width());
+    _scrollArea->setFixedHeight(std::min(wanted, maximumLines * _textLabel->fontMetrics().lineSpacing()));
+}
+
+void MessageArea::applyColors()
+{
+    QPalette colors;
+    colors.setColor(QPalette::Window, mixed(colors.color(QPalette::Window), QColor(0xda, 0x44, 0x53), 0.18));
+    setPalette(colors);
+}
