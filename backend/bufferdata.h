@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "groupentry.h"
+#include "mountentry.h"
+#include "passwdentry.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <optional>
+
+/// The system's own tables, each read when it is first asked for and then kept until resetCache().
+///
+/// A source that cannot be read gives one error text and then counts as read and empty. Texts come in the local 8-bit
+/// encoding. Belongs to the thread that made it.
+class BufferData : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit BufferData(QObject *parent = nullptr);
+
+    QVector<MountEntry> fstabEntries();
+    QVector<MountEntry> mtabEntries();
+    /// What "blkid" printed, line by line; the last line is the empty one after the last line feed. Can take a minute.
+    QStringList blkidLines();
+    /// The accounts of the local files alone, in their order; other name services are not asked.
+    QVector<PasswdEntry> passwdEntries();
+    QVector<GroupEntry> groupEntries();
+
+    /// Reads any file of the format of "/etc/fstab", and keeps nothing. Comments and blank lines are no entries.
+    QVector<MountEntry> readMountFile(const QString &path);
+
+    /// Forgets everything, so that the next question reads its source again.
+    void resetCache();
+    /// Forgets "/etc/fstab" alone, after it was written.
+    void forgetFstab();
+
+Q_SIGNALS:
+    /// A source could not be read.
+    void error(const QString &message);
+    /// How a program ended, whether or not that is an error.
+    void detail(const QString &text);
+
+private:
+    QStringList readBlkid();
+    QVector<PasswdEntry> readPasswd();
+    QVector<GroupEntry> readGroup();
+
+    std::optional<QVector<MountEntry>> _fstab;
+    std::optional<QVector<MountEntry>> _mtab;
+    std::optional<QStringList> _blkid;
+    std::optional<QVector<PasswdEntry>> _passwd;
+    std::optional<QVector<GroupEntry>> _group;
+};

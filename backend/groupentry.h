@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QtGlobal>
+
+/// One group of "/etc/group".
+struct GroupEntry
+{
+    QString name;
+    QString password;
+    quint32 gid = 0;
+    QStringList members;
+};

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "kernelquota.h"
+
+#include <QHash>
+
+namespace
+{
+
+/// The kernel counts limits in blocks of 1024 bytes.
+constexpr int BlockShift = 10;
+
+QDateTime toTime(quint64 seconds)
+{
+    return seconds == 0 ? QDateTime() : QDateTime::fromSecsSinceEpoch(static_cast<qint64>(seconds));
+}
+
+quint64 toSeconds(const QDateTime &time)
+{
+    return static_cast<quint64>(time.toSecsSinceEpoch());
+}
+
+} // namespace
+
+MemorySize MemorySizes::size(quint64 bytes)
+{
+    MemorySize &recent = _recent[qHash(bytes >> BlockShift) % _recent.size()];
+    if (recent.bytes != bytes)
+        recent = MemorySize(_units, bytes);
+    return recent;
+}
+
+void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes)
+{
+    quota.usedBlocks = sizes.size(record.dqb_curspace);
+    quota.hardBlockLimit = sizes.size(record.dqb_bhardlimit << BlockShift);
+    quota.softBlockLimit = sizes.size(record.dqb_bsoftlimit << BlockShift);
+    quota.usedInodes = record.dqb_curinodes;
+    quota.hardInodeLimit = record.dqb_ihardlimit;
+    quota.softInodeLimit = record.dqb_isoftlimit;
+    quota.inodesTimeToForce = toTime(record.dqb_itime);
+    quota.blocksTimeToForce = toTime(record.dqb_btime);
+    quota.quotaIsOn = quota.kindIsOn && hasLimit(record);
+}
+
+dqblk toKernel(const DeviceQuota &quota)
+{
+    dqblk record = {};
+    record.dqb_bhardlimit = quota.hardBlockLimit.toBytes() >> BlockShift;
+    record.dqb_bsoftlimit = quota.softBlockLimit.toBytes() >> BlockShift;
+    record.dqb_ihardlimit = quota.hardInodeLimit;
+    record.dqb_isoftlimit = quota.softInodeLimit;
+    record.dqb_valid = QIF_LIMITS;
+    if (quota.blocksTimeToForce.isValid()) {
+        record.dqb_btime = toSeconds(quota.blocksTimeToForce);
+        record.dqb_valid |= QIF_BTIME;
+    }
+    if (quota.inodesTimeToForce.isValid()) {
+        record.dqb_itime = toSeconds(quota.inodesTimeToForce);
+        record.dqb_valid |= QIF_ITIME;
+    }
+    return record;
+}
+
+bool hasLimit(const dqblk &record)
+{
+    return record.dqb_bhardlimit != 0 || record.dqb_bsoftlimit != 0 || record.dqb_ihardlimit != 0 ||
+           record.dqb_isoftlimit != 0;
+}

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <quotakind.h>
+
+#include <QLatin1String>
+#include <QString>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+/// Files, programs and words of the system that the back end speaks with.
+namespace SystemNames
+{
+
+/// QLatin1String counts its letters in a way that not every compiler takes for a constant.
+template<std::size_t Size>
+constexpr QLatin1String name(const char (&letters)[Size])
+{
+    return QLatin1String(letters, static_cast<int>(Size) - 1);
+}
+
+inline constexpr QLatin1String Fstab = name("/etc/fstab");
+inline constexpr QLatin1String Mtab = name("/etc/mtab");
+inline constexpr QLatin1String Passwd = name("/etc/passwd");
+inline constexpr QLatin1String Group = name("/etc/group");
+
+inline constexpr QLatin1String Blkid = name("blkid");
+inline constexpr QLatin1String Mount = name("mount");
+inline constexpr QLatin1String Quotacheck = name("quotacheck");
+inline constexpr QLatin1String Quotaon = name("quotaon");
+inline constexpr QLatin1String Quotaoff = name("quotaoff");
+
+/// What a device can be called by in "/etc/fstab" instead of its path.
+inline constexpr std::array<QLatin1String, 4> DeviceKeys = {name("UUID"), name("LABEL"), name("PARTLABEL"),
+                                                            name("PARTUUID")};
+/// The file systems that can carry quotas.
+inline constexpr std::array<QLatin1String, 3> QuotaFilesystems = {name("ext2"), name("ext3"), name("ext4")};
+
+inline bool isQuotaFilesystem(const QString &type)
+{
+    return std::find(QuotaFilesystems.cbegin(), QuotaFilesystems.cend(), type) != QuotaFilesystems.cend();
+}
+
+/// The mount option that turns on a kind of quota.
+constexpr QLatin1String optionWord(QuotaKind kind)
+{
+    return kind == GroupQuota ? name("grpquota") : name("usrquota");
+}
+
+/// The file in the mount point in which the kernel keeps a kind of quota.
+constexpr QLatin1String quotaFileName(QuotaKind kind)
+{
+    return kind == GroupQuota ? name("aquota.group") : name("aquota.user");
+}
+
+} // namespace SystemNames
