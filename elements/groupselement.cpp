@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "groupselement.h"
+
+#include "elementicons.h"
+
+GroupsElement::GroupsElement(Module *module, AccessCheck access)
+    : AbstractContainerElement(QStringLiteral("QuotaGroupsElement"), QString(), tr("Groups"), module, access,
+                               Place::Top)
+{}
+
+QString GroupsElement::caption() const
+{
+    return tr("Groups quota management");
+}
+
+QIcon GroupsElement::icon() const
+{
+    return ElementIcons::instance().groups;
+}
