@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "managerrun.h"
+
+#include <backendrun.h>
+#include <quotamanager.h>
+
+void runWithManager(AbstractTask &task, const std::function<void(QuotaManager &)> &work)
+{
+    runWithBackEnd<QuotaManager>(task, work);
+}
