@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <quotakind.h>
+
+#include <QCoreApplication>
+#include <QStringList>
+
+struct DeviceSettings;
+
+/// What was read of a device, in words: one text for each fact.
+class QuotaFacts
+{
+    Q_DECLARE_TR_FUNCTIONS(QuotaFacts)
+
+public:
+    /// Where quotas of this kind stand on the device: configured, in force, on, with a file.
+    static QStringList ofKind(const DeviceSettings &settings, QuotaKind kind);
+    /// What is out of the ordinary with the device as a whole; empty for most.
+    static QStringList ofDevice(const DeviceSettings &settings);
+};

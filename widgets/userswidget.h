@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "abstractusersgroupswidget.h"
+
+/// The list of all users with their quotas.
+class UsersWidget : public AbstractUsersGroupsWidget
+{
+    Q_OBJECT
+
+public:
+    explicit UsersWidget(Module *module, AccessCheck access, QWidget *parent = nullptr);
+};

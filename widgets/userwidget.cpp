@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "userwidget.h"
+
+#include "ui_userwidget.h"
+
+#include <userdata.h>
+
+UserWidget::UserWidget(Module *module, AccessCheck access, QWidget *parent)
+    : AbstractQuotaWidget(module, access, parent)
+{
+    setElementType(QStringLiteral("QuotaUserElement"));
+    Ui::UserWidget form;
+    form.setupUi(this);
+    buildDeviceWidget(form._deviceWidget, tr("Quota on this device:"), tr("Quota for user on this device:"));
+}
+
+std::unique_ptr<ElementData> UserWidget::exportElementData() const
+{
+    auto record = std::make_unique<UserData>();
+    exportTo(*record);
+    return record;
+}
+
+void UserWidget::afterSuccessfulRead(Element *element, ElementData *record)
+{
+    AbstractQuotaWidget::afterSuccessfulRead(element, dynamic_cast<UserData *>(record));
+}
