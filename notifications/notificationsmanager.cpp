@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "notificationsmanager.h"
+
+#include "crontablebackup.h"
+#include "crontabreader.h"
+#include "dailyrun.h"
+#include "warnquotacommand.h"
+#include "wholefile.h"
+
+#include <filereplacement.h>
+
+#include <QFileInfo>
+
+namespace
+{
+QString cronFile()
+{
+    return QStringLiteral("/etc/cron.d/warnquota");
+}
+} // namespace
+
+std::unique_ptr<NotificationsData> NotificationsManager::read()
+{
+    auto data = std::make_unique<NotificationsData>();
+    CrontabReader reader;
+    connect(&reader, &CrontabReader::error, this, &NotificationsManager::error);
+
+    const auto readOnce = [&](const QString &path) {
+        if (!data->files.contains(path))
+            data->files.insert(path, readFile(path));
+    };
+    const QList<CronJob> cronJobs = reader.readJobs(cronFile());
+    for (const CronJob &cronJob : cronJobs) {
+        const WarnquotaJob job = WarnquotaCommand::parse(cronJob);
+        data->jobs.append(job);
+        for (const QString &path : {job.quotaTab, job.config, job.adminsFile})
+            readOnce(path);
+    }
+    const QStringList defaultFiles = WarnquotaCommand::defaultFiles();
+    for (const QString &path : defaultFiles)
+        readOnce(path);
+
+    const QStringList dropped = CronTableBackup::droppedLines(WholeFile::read(cronFile()).value_or(QByteArray()));
+    if (!dropped.isEmpty())
+        data->params.insert(NotificationsData::droppedLinesKey(), dropped);
+    data->params.insert(NotificationsData::dailyRunKey(), DailyRun::isOn());
+    return data;
+}
+
+void NotificationsManager::write(const NotificationsData &data)
+{
+    writeCronJobs(data.jobs);
+    const bool tellsEdited = data.params.contains(NotificationsData::editedFilesKey());
+    const QStringList edited = data.params.value(NotificationsData::editedFilesKey()).toStringList();
+    for (auto file = data.files.cbegin(); file != data.files.cend(); ++file)
+        if (!tellsEdited || edited.contains(file.key()) || !QFileInfo::exists(file.key()))
+            writeFile(file.key(), file.value());
+}
+
+bool NotificationsManager::writeCronJobs(const QList<WarnquotaJob> &jobs)
+{
+    if (!keepDroppedLines())
+        return false;
+    CrontabReader reader;
+    connect(&reader, &CrontabReader::error, this, &NotificationsManager::error);
+    QList<CronJob> cronJobs;
+    for (const WarnquotaJob &job : jobs)
+        cronJobs.append(WarnquotaCommand::build(job));
+    return reader.writeJobs(cronFile(), cronJobs);
+}
+
+QString NotificationsManager::readFile(const QString &path)
+{
+    const std::optional<QByteArray> bytes = WholeFile::read(path);
+    if (!bytes) {
+        Q_EMIT error(tr("Can'n open %1 file").arg(path));
+        return {};
+    }
+    return WholeFile::text(*bytes);
+}
+
+bool NotificationsManager::writeFile(const QString &path, const QString &text)
+{
+    // What cannot be read was shown as no text, and no text does not take its place.
+    const QByteArray old = WholeFile::read(path).value_or(QByteArray());
+    if (QFileInfo::exists(path) && WholeFile::text(old) == text)
+        return true;
+    if (!replaceFile(path, text.toUtf8()).succeeded()) {
+        Q_EMIT error(tr("Can'n create %1 file").arg(path));
+        return false;
+    }
+    return true;
+}
+
+bool NotificationsManager::keepDroppedLines()
+{
+    const std::optional<QByteArray> table = WholeFile::read(cronFile());
+    if (!table || CronTableBackup::droppedLines(*table).isEmpty())
+        return true;
+    const QString kept = CronTableBackup::copy(cronFile());
+    if (kept.isEmpty()) {
+        Q_EMIT error(tr("%1 was left as it is: it holds lines that are not written again, and no copy of it could be "
+                        "made in /var/backups.")
+                         .arg(cronFile()));
+        return false;
+    }
+    Q_EMIT detail(
+        tr("%1 held lines that are not written again. The file as it was is kept as %2.").arg(cronFile(), kept));
+    return true;
+}

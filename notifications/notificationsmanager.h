@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "notificationsdata.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+/// Reads and writes what the quota warnings are made of: the cron file "/etc/cron.d/warnquota" and the text files of
+/// `warnquota`. Any thread; an object stays on its own.
+class NotificationsManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Everything that can be read; what cannot is reported and left empty.
+    std::unique_ptr<NotificationsData> read();
+    /// Writes the jobs, and then each file in the order of the paths; goes on after a failure. Files that exist and
+    /// were not edited (NotificationsData::editedFilesKey()) are left alone.
+    void write(const NotificationsData &data);
+
+    /// Replaces the cron file. One that holds lines which are not written again is kept as a copy before; without a
+    /// copy nothing is written. False when the jobs were not written.
+    bool writeCronJobs(const QList<WarnquotaJob> &jobs);
+    /// The whole text of a file; empty when it cannot be read.
+    QString readFile(const QString &path);
+    /// Replaces a file. One that reads as this text already keeps its bytes. False when that cannot be done; then the
+    /// old file stays.
+    bool writeFile(const QString &path, const QString &text);
+
+Q_SIGNALS:
+    void error(const QString &message);
+    void detail(const QString &text);
+
+private:
+    bool keepDroppedLines();
+};
