@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "localuserquotamodule.h"
+
+#include <localuserquotaelement.h>
+#include <localuserquotawidget.h>
+
+namespace
+{
+
+SupplementElement *makeSupplement(Module *module)
+{
+    return new LocalUserQuotaElement(module, &Module::isAdministratorHierarchy);
+}
+
+} // namespace
+
+LocalUserQuotaModule::LocalUserQuotaModule(QObject *parent)
+    : LocalQuotaModule(QStringLiteral("LocalUserQuotaModule"), QStringLiteral("LocalUserModule"),
+                       tr("Support user quota settings"),
+                       {QStringLiteral("LocalUser"), QStringLiteral("LocalUserQuotaElement"), &makeSupplement}, parent)
+{
+    insertElementWidget(new LocalUserQuotaWidget(this, &Module::isAdministratorHierarchy));
+    connectElementWidgets();
+}
