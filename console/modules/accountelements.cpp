@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "accountelements.h"
+
+#include "accountmodule.h"
+#include "everybody.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace
+{
+enum Variant
+{
+    SystemAccounts = 1,
+    OrdinaryAccounts = 2
+};
+
+const AccountKind &kindOf(const Element &element)
+{
+    return static_cast<const AccountModule *>(element.module())->kind();
+}
+
+QVariant alignment(const AccountProperty &property)
+{
+    return property.kind == AccountProperty::Number ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter)) : QVariant();
+}
+
+QVariant cell(const AccountData &data, const AccountProperty &property, int role)
+{
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole:
+    case SortRole:
+        return property.value(data);
+    case Qt::TextAlignmentRole:
+        return alignment(property);
+    default:
+        return {};
+    }
+}
+} // namespace
+
+AccountsElement::AccountsElement(AccountModule *module)
+    : ContainerElement(module->kind().containerType, QStringLiteral("LocalComputer"), module->kind().containerTitle,
+                       module, &everybody, Place::Top)
+{}
+
+QString AccountsElement::caption() const
+{
+    return kindOf(*this).containerCaption;
+}
+
+QIcon AccountsElement::icon() const
+{
+    return kindOf(*this).containerIcon;
+}
+
+int AccountsElement::columnCount() const
+{
+    const std::vector<AccountProperty> &properties = kindOf(*this).properties;
+    return static_cast<int>(std::count_if(properties.begin(), properties.end(), [](const AccountProperty &property) {
+        return property.place == AccountProperty::ListAndPage;
+    }));
+}
+
+QVariant AccountsElement::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    const bool isColumn = orientation == Qt::Horizontal && section >= 0 && section < columnCount();
+    if (isColumn && (role == Qt::DisplayRole || role == Qt::TextAlignmentRole)) {
+        const AccountProperty &property = kindOf(*this).properties.at(static_cast<size_t>(section));
+        return role == Qt::DisplayRole ? property.label : alignment(property);
+    }
+    return ContainerElement::headerData(section, orientation, role);
+}
+
+QStringList AccountsElement::displayChildrenVariants() const
+{
+    return {QCoreApplication::translate("AccountsElement", "System"),
+            QCoreApplication::translate("AccountsElement", "Ordinary")};
+}
+
+OperationTypes AccountsElement::availableOperations() const
+{
+    return OperationType::ReadContent | OperationType::ChangeDisplay;
+}
+
+void AccountsElement::performOperation(OperationType type, ElementData *data, int extra)
+{
+    const auto *wanted = dynamic_cast<ChangeDisplayElementData *>(data);
+    if (type != OperationType::ChangeDisplay || !wanted) {
+        ContainerElement::performOperation(type, data, extra);
+        return;
+    }
+    setDisplayChildrenVariant(wanted->displayType());
+    emitNodeChildsDataChanged();
+}
+
+AccountElement::AccountElement(AccountModule *module, const QString &name)
+    : OrdinaryElement(module->kind().accountType, module->kind().containerType, name, module, &everybody, Place::Child)
+{}
+
+QString AccountElement::caption() const
+{
+    return kindOf(*this).accountCaption.arg(title());
+}
+
+QIcon AccountElement::icon() const
+{
+    return kindOf(*this).accountIcon;
+}
+
+QVariant AccountElement::data(int column, int role) const
+{
+    const std::vector<AccountProperty> &properties = kindOf(*this).properties;
+    if (column <= 0 || column >= static_cast<int>(properties.size()))
+        return OrdinaryElement::data(column, role);
+    const auto *account = static_cast<const AccountData *>(record());
+    return account ? cell(*account, properties.at(static_cast<size_t>(column)), role) : QVariant();
+}
+
+int AccountElement::treeNodeSpecialFlags() const
+{
+    const int flags = OrdinaryElement::treeNodeSpecialFlags();
+    const auto *container = dynamic_cast<const Element *>(parentNode());
+    const auto *account = static_cast<const AccountData *>(record());
+    if (!container || !account)
+        return flags;
+    const int variant = LocalAccounts::isSystemId(account->id) ? SystemAccounts : OrdinaryAccounts;
+    return container->displayChildrenVariant() == variant ? flags | InChosenVariant : flags;
+}
+
+OperationTypes AccountElement::availableOperations() const
+{
+    return OperationType::Read;
+}

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "accountmodule.h"
+
+#include <QCoreApplication>
+#include <QMultiHash>
+
+namespace
+{
+struct LocalUserData : AccountData
+{
+    QString group;
+    QString fullName;
+    QString home;
+    QString shell;
+    QStringList groups; ///< beside the primary one
+};
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("LocalUserModule", text);
+}
+
+QVariant textOrNothing(const QString &text)
+{
+    return text.isEmpty() ? QVariant() : QVariant(text);
+}
+
+template<QString LocalUserData::*field>
+QVariant text(const AccountData &data)
+{
+    return textOrNothing(static_cast<const LocalUserData &>(data).*field);
+}
+
+AccountKind::Records userRecords(const LocalAccounts &accounts)
+{
+    const QHash<quint32, QString> groupNames = accounts.groupNames();
+    QHash<QString, QStringList> groupsOfUser;
+    for (const LocalAccounts::Group &group : accounts.groups) {
+        for (const QString &member : group.members)
+            groupsOfUser[member].append(group.name);
+    }
+
+    AccountKind::Records records;
+    records.reserve(static_cast<size_t>(accounts.users.size()));
+    for (const LocalAccounts::User &user : accounts.users) {
+        auto record = std::make_unique<LocalUserData>();
+        record->name = user.name;
+        record->id = user.id;
+        record->group = groupNames.value(user.groupId, QString::number(user.groupId));
+        // The first of the comment's fields; the others are rooms and telephone numbers.
+        record->fullName = user.comment.section(QLatin1Char(','), 0, 0);
+        record->home = user.home;
+        record->shell = user.shell;
+        record->groups = groupsOfUser.value(user.name);
+        records.push_back(std::move(record));
+    }
+    return records;
+}
+} // namespace
+
+AccountKind localUserKind()
+{
+    AccountKind kind;
+    kind.moduleName = QStringLiteral("LocalUserModule");
+    kind.moduleDescription = tr(QT_TRANSLATE_NOOP("LocalUserModule", "The users of this computer"));
+    kind.containerType = QStringLiteral("LocalUsers");
+    kind.containerTitle = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Local users"));
+    kind.containerCaption = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Users of this computer"));
+    kind.containerIcon = QIcon::fromTheme(QStringLiteral("kra-users"));
+    kind.accountType = QStringLiteral("LocalUser");
+    kind.accountCaption = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Local user: %1"));
+    kind.accountIcon = QIcon::fromTheme(QStringLiteral("kra-user"));
+    kind.readAllDescription = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Read local users"));
+    kind.readDescription = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Read local user %1"));
+    kind.goneMessage = tr(QT_TRANSLATE_NOOP("LocalUserModule", "There is no user %1 any more"));
+    kind.records = &userRecords;
+    kind.properties = {
+        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Name")), AccountProperty::ListAndPage, AccountProperty::Text,
+         [](const AccountData &data) { return QVariant(data.name); }},
+        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "User id")), AccountProperty::ListAndPage, AccountProperty::Number,
+         [](const AccountData &data) { return QVariant(data.id); }},
+        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Primary group")), AccountProperty::ListAndPage, AccountProperty::Text,
+         &text<&LocalUserData::group>},
+        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Full name")), AccountProperty::ListAndPage, AccountProperty::Text,
+         &text<&LocalUserData::fullName>},
+        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Home folder")), AccountProperty::ListAndPage, AccountProperty::Text,
+         &text<&LocalUserData::home>},
+        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Shell")), AccountProperty::ListAndPage, AccountProperty::Text,
+         &text<&LocalUserData::shell>},
+        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Further groups")), AccountProperty::PageOnly, AccountProperty::Text,
+         [](const AccountData &data) {
+             return textOrNothing(static_cast<const LocalUserData &>(data).groups.join(QLatin1String(", ")));
+         }},
+    };
+    return kind;
+}

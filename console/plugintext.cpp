@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "plugintext.h"
+
+#include <module.h>
+#include <moduletree.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace
+{
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("PluginsDialog", text);
+}
+
+QString paragraph(const QString &heading, const QStringList &lines)
+{
+    QStringList escaped;
+    for (const QString &line : lines)
+        escaped.append(line.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+    return QStringLiteral("<p><b>%1</b><br>%2</p>").arg(heading.toHtmlEscaped(), escaped.join(QLatin1String("<br>")));
+}
+} // namespace
+
+QString pluginTitle(const PluginRecord &record)
+{
+    return record.title.isEmpty() ? QFileInfo(record.fileName).fileName() : record.title;
+}
+
+bool isWhollyAtWork(const PluginRecord &record, const ModuleTree &tree)
+{
+    return record.state == PluginRecord::State::Attached && unattachedModules(record, tree).isEmpty();
+}
+
+QString pluginState(const PluginRecord &record, const ModuleTree &tree)
+{
+    switch (record.state) {
+    case PluginRecord::State::Refused:
+        return tr("Refused: not safe to load");
+    case PluginRecord::State::Broken:
+        return tr("Broken: not a plug-in that loads");
+    case PluginRecord::State::Foreign:
+        return tr("Made for another program");
+    case PluginRecord::State::Threw:
+        return tr("Failed while it was started");
+    case PluginRecord::State::Invalid:
+        return tr("Cannot work on this computer");
+    case PluginRecord::State::Attached:
+        break;
+    }
+    return isWhollyAtWork(record, tree) ? tr("At work") : tr("At work in part");
+}
+
+QStringList unattachedModules(const PluginRecord &record, const ModuleTree &tree)
+{
+    QStringList lines;
+    for (const Module *module : tree.waitingModules()) {
+        if (record.moduleNames.contains(module->name()))
+            lines.append(
+                tr("%1: there is no module %2 that it could attach to").arg(module->name(), module->attachName()));
+    }
+    return lines;
+}
+
+QString pluginDetails(const PluginRecord &record, const ModuleTree &tree)
+{
+    QString text = QStringLiteral("<h3>%1</h3>").arg(pluginTitle(record).toHtmlEscaped());
+    if (!record.description.isEmpty())
+        text += QStringLiteral("<p>%1</p>").arg(record.description.toHtmlEscaped());
+    const struct
+    {
+        QString heading;
+        QStringList lines;
+    } parts[] = {
+        {pluginState(record, tree), record.explanation.isEmpty() ? QStringList() : QStringList(record.explanation)},
+        {tr("Modules without a place"), unattachedModules(record, tree)},
+        {tr("Programs that it ran"), record.programOutput},
+        {tr("Modules"), record.moduleNames},
+        {tr("File"), {record.fileName}},
+    };
+    const QString &state = parts[0].heading;
+    for (const auto &part : parts) {
+        if (!part.lines.isEmpty() || part.heading == state)
+            text += paragraph(part.heading, part.lines);
+    }
+    return text;
+}

@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "startup.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QVector>
+
+#include <algorithm>
+#include <memory>
+#include <type_traits>
+
+#include <langinfo.h>
+#include <locale.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr char utf8Locale[] = "C.UTF-8";
+
+struct Category
+{
+    int mask;
+    const char *name;
+};
+
+/// Every category but LC_CTYPE.
+constexpr Category categories[] = {
+    {LC_NUMERIC_MASK, "LC_NUMERIC"},
+    {LC_TIME_MASK, "LC_TIME"},
+    {LC_COLLATE_MASK, "LC_COLLATE"},
+    {LC_MONETARY_MASK, "LC_MONETARY"},
+    {LC_MESSAGES_MASK, "LC_MESSAGES"},
+    {LC_PAPER_MASK, "LC_PAPER"},
+    {LC_NAME_MASK, "LC_NAME"},
+    {LC_ADDRESS_MASK, "LC_ADDRESS"},
+    {LC_TELEPHONE_MASK, "LC_TELEPHONE"},
+    {LC_MEASUREMENT_MASK, "LC_MEASUREMENT"},
+    {LC_IDENTIFICATION_MASK, "LC_IDENTIFICATION"},
+};
+
+using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)>;
+
+/// Null where the machine does not have the locale. An empty name stands for what the environment asks for.
+Locale openLocale(int mask, const QByteArray &name)
+{
+    return {newlocale(mask, name.constData(), nullptr), &freelocale};
+}
+
+/// What setlocale(3) would take for a category.
+QByteArray wantedLocale(const char *category)
+{
+    for (const char *variable : {"LC_ALL", category, "LANG"}) {
+        const QByteArray value = qgetenv(variable);
+        if (!value.isEmpty())
+            return value;
+    }
+    return "C";
+}
+
+/// "de_DE" of "de_DE.UTF-8" and "de_DE.ISO-8859-15@euro".
+QByteArray languageOf(const QByteArray &locale)
+{
+    const auto end = std::find_if(locale.begin(), locale.end(), [](char c) { return c == '.' || c == '@'; });
+    return locale.left(static_cast<int>(end - locale.begin()));
+}
+
+/// The names of the environment's variables, copied, so that they can be unset on the way.
+QVector<QByteArray> environmentNames()
+{
+    QVector<QByteArray> names;
+    for (char **entry = environ; *entry; ++entry) {
+        const QByteArray text(*entry);
+        names.append(text.left(text.indexOf('=')));
+    }
+    return names;
+}
+
+bool belongsTo(uid_t account, const QByteArray &folder)
+{
+    struct stat status = {};
+    return stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == account;
+}
+
+/// Names the display's files with their whole paths, since they are looked up below folders that change.
+void keepDisplay()
+{
+    const QByteArray authority = qgetenv("HOME") + "/.Xauthority";
+    if (qEnvironmentVariableIsEmpty("XAUTHORITY") && !qEnvironmentVariableIsEmpty("DISPLAY") &&
+        QFile::exists(QFile::decodeName(authority)))
+        qputenv("XAUTHORITY", authority);
+
+    const QByteArray socket = qgetenv("WAYLAND_DISPLAY");
+    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
+    if (!socket.isEmpty() && !socket.startsWith('/') && !folder.isEmpty())
+        qputenv("WAYLAND_DISPLAY", folder + '/' + socket);
+}
+} // namespace
+
+void Startup::prepareProcess()
+{
+    useSystemPath();
+    useCommonFileMask();
+    useUtf8();
+    nameAskingUser();
+    if (geteuid() == 0) {
+        dropForeignCode();
+        useFoldersOf(0);
+    }
+}
+
+void Startup::useSystemPath()
+{
+    qputenv("PATH", "/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin");
+}
+
+void Startup::useCommonFileMask()
+{
+    umask(S_IWGRP | S_IWOTH);
+}
+
+void Startup::useUtf8()
+{
+    const Locale whole = openLocale(LC_ALL_MASK, "");
+    if (whole && QByteArray(nl_langinfo_l(CODESET, whole.get())) == "UTF-8")
+        return;
+
+    for (const Category &category : categories) {
+        const QByteArray wanted = wantedLocale(category.name);
+        if (openLocale(category.mask, wanted)) {
+            qputenv(category.name, wanted);
+            continue;
+        }
+        // Texts are looked up by the language's name, for which the machine need not have the locale.
+        if (category.mask == LC_MESSAGES_MASK && qEnvironmentVariableIsEmpty("LANGUAGE"))
+            qputenv("LANGUAGE", languageOf(wanted));
+        qputenv(category.name, utf8Locale);
+    }
+    qunsetenv("LC_ALL");
+    qputenv("LC_CTYPE", utf8Locale);
+}
+
+void Startup::useFoldersOf(uid_t account)
+{
+    keepDisplay();
+    const passwd *entry = getpwuid(account); // no other thread yet
+    qputenv("HOME", entry && *entry->pw_dir ? QByteArray(entry->pw_dir) : QByteArray("/"));
+    for (const char *name :
+         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_DIRS"})
+        qunsetenv(name);
+    if (belongsTo(account, qgetenv("XDG_RUNTIME_DIR")))
+        return;
+    const QByteArray folder = "/run/user/" + QByteArray::number(account);
+    if (belongsTo(account, folder))
+        qputenv("XDG_RUNTIME_DIR", folder);
+    else
+        qunsetenv("XDG_RUNTIME_DIR");
+}
+
+void Startup::dropForeignCode()
+{
+    // By their beginnings: each of these families is all of one kind.
+    constexpr const char *beginnings[] = {
+        "LD_",
+        "QML",
+        "QT_PLUGIN_PATH",
+        "QT_QPA_PLATFORM_PLUGIN_PATH",
+        "QT_QPA_GENERIC_PLUGINS",
+        "QT_LOGGING_CONF",
+        "GCONV_PATH",
+        "LOCPATH",
+        "NLSPATH",
+        "GTK_MODULES",
+        "GTK_PATH",
+        "GIO_MODULE_DIR",
+        "GIO_EXTRA_MODULES",
+        "LIBMOUNT_",
+        "BLKID_",
+        "MODPROBE_OPTIONS",
+        "BASH_",
+        "ENV",
+        "PERL5",
+        "PYTHON",
+    };
+    for (const QByteArray &name : environmentNames()) {
+        const bool foreign = std::any_of(std::begin(beginnings), std::end(beginnings),
+                                         [&name](const char *beginning) { return name.startsWith(beginning); });
+        if (foreign)
+            qunsetenv(name.constData());
+    }
+}
+
+void Startup::nameAskingUser()
+{
+    const QByteArray asked = qgetenv("PKEXEC_UID");
+    if (!asked.isEmpty() && qEnvironmentVariableIsEmpty("SUDO_UID"))
+        qputenv("SUDO_UID", asked);
+}

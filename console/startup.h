@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <sys/types.h>
+
+/// What the process settles of its surroundings at the top of main(), before the application object reads them and
+/// before there is a second thread. The caller's environment must decide neither which programs are run with
+/// administrator rights nor how the bytes of a file are read.
+namespace Startup
+{
+/// All of the below, in order; what concerns the administrator only where the process is root's.
+void prepareProcess();
+
+/// PATH becomes the system's own folders, those of the administrator's programs among them.
+void useSystemPath();
+
+/// Files that are made here are readable by all and writable by their owner, whatever the caller's umask.
+void useCommonFileMask();
+
+/// The character type becomes UTF-8 where it is not. The caller's language stays, and so do the other categories,
+/// except where the machine does not have the named locale: one such category would take all others to "C".
+void useUtf8();
+
+/// HOME and the XDG folders become those of an account. The way to the caller's display stays open: the X authority
+/// file of the caller's home, and the Wayland socket of the caller's run-time folder.
+void useFoldersOf(uid_t account);
+
+/// Drops what makes Qt, the dynamic loader and the programs that are run read code or tables from elsewhere.
+void dropForeignCode();
+
+/// SUDO_UID says who asked for administrator rights, also where that was asked through polkit.
+void nameAskingUser();
+} // namespace Startup

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <taskobserver.h>
+
+#include <QAbstractTableModel>
+#include <QTimer>
+
+#include <deque>
+
+/// What was done and is being done, newest first. It keeps a bounded number of tasks that have ended, and of what each
+/// said.
+class TaskListModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column
+    {
+        StateColumn,
+        TaskColumn,
+        ElementColumn,
+        StartedColumn,
+        DurationColumn,
+        MessageColumn, ///< the message of a task that has ended, else what it said last
+        ColumnCount
+    };
+    static constexpr int maximumTasks = 500;
+    static constexpr int maximumDetails = 1000;
+
+    explicit TaskListModel(TaskObserver &observer, QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    /// All that is known of a task, in lines, to read and to copy.
+    QString fullText(const QModelIndex &index) const;
+    /// Forgets the tasks that have ended.
+    void clearFinished();
+
+    /// The first of the tasks that run or wait and change the machine; else the first that runs or waits. Empty text
+    /// for none.
+    QString currentDescription() const;
+
+private:
+    struct Entry
+    {
+        TaskReport report;
+        QStringList details;
+        bool isOver() const { return report.status != TaskDescription::NotFinished; }
+    };
+
+    void queued(const TaskReport &report);
+    void update(const TaskReport &report);
+    void addDetail(quint64 id, const QString &text);
+    void tick();
+    int rowOf(quint64 id) const;
+    void rowChanged(int row, Column first = StateColumn, Column last = MessageColumn);
+    static QString stateText(const Entry &entry);
+    static QString durationText(const Entry &entry);
+    static QString message(const Entry &entry);
+
+    std::deque<Entry> _entries; // newest first
+    QTimer _ticking;
+};
