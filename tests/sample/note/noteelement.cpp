@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "noteelement.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+
+/// Everybody has a note: no rights are needed.
+bool isEverybody(const Module & /*module*/)
+{
+    return true;
+}
+
+} // namespace
+
+QString NoteElement::typeName()
+{
+    return QStringLiteral("SampleNoteElement");
+}
+
+NoteElement::NoteElement(Module *module)
+    : OrdinaryElement(typeName(), QString(), QCoreApplication::translate("NoteElement", "Note"), module, isEverybody,
+                      Place::Top)
+{}
+
+QIcon NoteElement::icon() const
+{
+    return QIcon::fromTheme(QStringLiteral("accessories-text-editor"));
+}
