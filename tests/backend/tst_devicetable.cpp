@@ -1,0 +1,420 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <bufferdata.h>
+#include <devicetable.h>
+#include <patterncounter.h>
+#include <sandbox.h>
+
+#include <QTextCodec>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+
+QString text(const char *bytes)
+{
+    return QString::fromUtf8(bytes);
+}
+
+const QString Fstab = QStringLiteral("/etc/fstab");
+const QString Mtab = QStringLiteral("/etc/mtab");
+
+} // namespace
+
+class TestDeviceTable : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8")); }
+    void init();
+
+    void uuidResolvesAndLabelDoesNot();
+    void fstabDevicesGivesOneForEachEntry();
+    void quotaDevicesAreThoseOfFstabInItsOrder();
+    void xfsAndBtrfsAreNeverQuotaDevices();
+    void entryWithoutABlkidLineIsNoQuotaDevice();
+    void substringsAndRepeatedEntriesRepeatDevices();
+    void quotaDeviceIsFoundByAnyKey();
+    void optionsAreFoundByAnySpellingThatResolves();
+    void optionsAreThoseOfTheFirstEntry();
+    void optionsKeepEmptyParts();
+    void optionsOfAnUnknownDeviceAreEmpty();
+    void optionsOfAnotherFileAreAnError_data();
+    void optionsOfAnotherFileAreAnError();
+    void mountPointNeedsTheSpellingOfMtab();
+    void mountPointOfAnUnmountedDeviceIsAnError();
+    void mountPointIsThatOfTheFirstEntry();
+    void mountPointDoesNotRunBlkid();
+    void mountedTypeTakesAnySpellingThatResolves();
+    void mountedTypeOfAnUnmountedDeviceIsEmptyAndNoError();
+    void missingMtabIsSaidOnceAndLookUpsAreEmpty();
+    void quotaOptionIsAWholeWord_data();
+    void quotaOptionIsAWholeWord();
+    void optionsInForceAndConfiguredAreApart();
+    void patternsInFstabAreHarmless();
+    void bytesThatAreNotUtf8AreHarmless();
+    void missingColumnsAreHarmless();
+    void aThousandDevices();
+    void noPatternIsCompiledTwice();
+    void saysWhyLinesArePassedOver();
+    void blkidMissingPassesEveryLineOver();
+    void blkidIsRunOnce();
+    void resetAsksTheSourcesAgain();
+
+private:
+    void fstab(const QByteArray &content) { _sandbox.writeEtc(text("fstab"), content); }
+    void mtab(const QByteArray &content) { _sandbox.writeEtc(text("mtab"), content); }
+    void blkid(const QByteArray &output) { _sandbox.standIn(text("blkid")).prints(output); }
+
+    Sandbox _sandbox;
+    std::unique_ptr<BufferData> _buffer;
+    std::unique_ptr<DeviceTable> _table;
+    QStringList _errors;
+};
+
+void TestDeviceTable::init()
+{
+    _sandbox.reset();
+    _buffer = std::make_unique<BufferData>();
+    _table = std::make_unique<DeviceTable>(*_buffer);
+    _errors.clear();
+    const auto collect = [this](const QString &message) { _errors.append(message); };
+    connect(_buffer.get(), &BufferData::error, this, collect);
+    connect(_table.get(), &DeviceTable::error, this, collect);
+    fstab("UUID=abc / ext4 defaults 0 1\n"
+          "/dev/sdb1 /home ext4 defaults,usrquota 0 2\n"
+          "LABEL=x /srv ext3 grpquota 0 2\n");
+    mtab("/dev/sda1 / ext4 rw,relatime 0 0\n"
+         "/dev/sdb1 /home ext4 rw,usrquota,grpquota 0 0\n");
+    blkid("/dev/sdc1: LABEL=\"x\" UUID=\"c\" TYPE=\"ext3\"\n"
+          "/dev/sdb1: UUID=\"b\" TYPE=\"ext4\"\n"
+          "/dev/sda1: UUID=\"abc\" BLOCK_SIZE=\"4096\" TYPE=\"ext4\" PARTUUID=\"p\"\n");
+}
+
+void TestDeviceTable::uuidResolvesAndLabelDoesNot()
+{
+    const QStringList lines = _buffer->blkidLines();
+    QCOMPARE(_table->resolveDevice(text("UUID=abc"), lines), text("/dev/sda1"));
+    QCOMPARE(_table->resolveDevice(text("LABEL=x"), lines), QString());
+}
+
+void TestDeviceTable::fstabDevicesGivesOneForEachEntry()
+{
+    fstab("UUID=abc / ext4 defaults 0 1\nLABEL=x /srv ext3 defaults 0 2\n"
+          "/dev/sdb1 /home ext4 defaults 0 2\ntmpfs /tmp tmpfs defaults 0 0\n");
+    QCOMPARE(_table->fstabDevices(),
+             (QStringList{text("/dev/sda1"), text("LABEL=x"), text("/dev/sdb1"), text("tmpfs")}));
+}
+
+void TestDeviceTable::quotaDevicesAreThoseOfFstabInItsOrder()
+{
+    QCOMPARE(_table->quotaDevices(), (QStringList{text("/dev/sda1"), text("/dev/sdb1"), text("/dev/sdc1")}));
+    QCOMPARE(_errors, QStringList());
+}
+
+void TestDeviceTable::xfsAndBtrfsAreNeverQuotaDevices()
+{
+    fstab("/dev/sda1 /a xfs usrquota,grpquota 0 0\n/dev/sdb1 /b btrfs usrquota 0 0\n");
+    blkid("/dev/sda1: UUID=\"1\" TYPE=\"xfs\"\n/dev/sdb1: UUID=\"2\" TYPE=\"btrfs\"\n");
+    QCOMPARE(_table->quotaDevices(), QStringList());
+}
+
+void TestDeviceTable::entryWithoutABlkidLineIsNoQuotaDevice()
+{
+    fstab("/dev/sdz9 /a ext4 usrquota 0 0\n");
+    QCOMPARE(_table->quotaDevices(), QStringList());
+}
+
+void TestDeviceTable::substringsAndRepeatedEntriesRepeatDevices()
+{
+    fstab("/dev/sda1 /a ext4 defaults 0 0\n/dev/sda1 /b ext4 defaults 0 0\n");
+    blkid("/dev/sda10: TYPE=\"ext4\"\n/dev/sda1: TYPE=\"ext4\"\n");
+    QCOMPARE(_table->quotaDevices(),
+             (QStringList{text("/dev/sda10"), text("/dev/sda1"), text("/dev/sda10"), text("/dev/sda1")}));
+}
+
+void TestDeviceTable::quotaDeviceIsFoundByAnyKey()
+{
+    fstab("LABEL=x /a ext3 defaults 0 0\nPARTUUID=p /b ext4 defaults 0 0\nUUID=b /c ext4 defaults 0 0\n");
+    QCOMPARE(_table->quotaDevices(), (QStringList{text("/dev/sdc1"), text("/dev/sda1"), text("/dev/sdb1")}));
+}
+
+void TestDeviceTable::optionsAreFoundByAnySpellingThatResolves()
+{
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Fstab), QStringList{text("defaults")});
+    QCOMPARE(_table->deviceOptions(text("UUID=abc"), Fstab), QStringList{text("defaults")});
+    QCOMPARE(_table->deviceOptions(text("LABEL=x"), Fstab), QStringList{text("grpquota")});
+    QCOMPARE(_table->deviceOptions(text("/dev/sdc1"), Fstab), QStringList());
+    QCOMPARE(_table->deviceOptions(text("/dev/sdb1"), Mtab),
+             (QStringList{text("rw"), text("usrquota"), text("grpquota")}));
+}
+
+void TestDeviceTable::optionsAreThoseOfTheFirstEntry()
+{
+    fstab("UUID=abc / ext4 first 0 1\n/dev/sda1 /again ext4 second 0 1\n");
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Fstab), QStringList{text("first")});
+}
+
+void TestDeviceTable::optionsKeepEmptyParts()
+{
+    fstab("/dev/sda1 / ext4 ,a,,b, 0 1\n");
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Fstab),
+             (QStringList{QString(), text("a"), QString(), text("b"), QString()}));
+}
+
+void TestDeviceTable::optionsOfAnUnknownDeviceAreEmpty()
+{
+    QCOMPARE(_table->deviceOptions(text("/dev/sdz1"), Fstab), QStringList());
+    QCOMPARE(_errors, QStringList());
+}
+
+void TestDeviceTable::optionsOfAnotherFileAreAnError_data()
+{
+    QTest::addColumn<QString>("fileName");
+    for (const char *name : {"/proc/mounts", "/etc/fstab ", "fstab", "", "/etc/%1"})
+        QTest::newRow(*name ? name : "no name") << text(name);
+}
+
+void TestDeviceTable::optionsOfAnotherFileAreAnError()
+{
+    QFETCH(QString, fileName);
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), fileName), QStringList());
+    QCOMPARE(_errors, QStringList{text("Unknow file name ") + fileName});
+    QVERIFY(!_table->hasQuotaOption(text("/dev/sda1"), UserQuota, fileName));
+}
+
+void TestDeviceTable::mountPointNeedsTheSpellingOfMtab()
+{
+    QCOMPARE(_table->mountPoint(text("/dev/sdb1")), text("/home"));
+    QCOMPARE(_errors, QStringList());
+    QCOMPARE(_table->mountPoint(text("UUID=b")), QString());
+    QCOMPARE(_errors, QStringList{text("Device UUID=b not mounted")});
+}
+
+void TestDeviceTable::mountPointOfAnUnmountedDeviceIsAnError()
+{
+    QCOMPARE(_table->mountPoint(text("/dev/sdc1")), QString());
+    QCOMPARE(_errors, QStringList{text("Device /dev/sdc1 not mounted")});
+}
+
+void TestDeviceTable::mountPointIsThatOfTheFirstEntry()
+{
+    mtab("/dev/sdb1 /first ext4 rw 0 0\n/dev/sdb1 /second ext4 rw 0 0\n");
+    QCOMPARE(_table->mountPoint(text("/dev/sdb1")), text("/first"));
+}
+
+void TestDeviceTable::mountPointDoesNotRunBlkid()
+{
+    _table->mountPoint(text("/dev/sdb1"));
+    QVERIFY(_sandbox.calls().isEmpty());
+}
+
+void TestDeviceTable::mountedTypeTakesAnySpellingThatResolves()
+{
+    mtab("UUID=abc / ext4 rw 0 0\n/dev/sdz1 /z xfs rw 0 0\nLABEL=x /srv ext3 rw 0 0\n");
+    QCOMPARE(_table->mountedType(text("/dev/sda1")), text("ext4"));
+    QCOMPARE(_table->mountedType(text("/dev/sdz1")), text("xfs"));
+    QCOMPARE(_table->mountedType(text("LABEL=x")), text("ext3"));
+    QCOMPARE(_table->mountedType(text("UUID=abc")), QString());
+    QCOMPARE(_errors, QStringList());
+}
+
+void TestDeviceTable::mountedTypeOfAnUnmountedDeviceIsEmptyAndNoError()
+{
+    QCOMPARE(_table->mountedType(text("/dev/sdc1")), QString());
+    QCOMPARE(_errors, QStringList());
+}
+
+void TestDeviceTable::missingMtabIsSaidOnceAndLookUpsAreEmpty()
+{
+    _sandbox.removeEtc(text("mtab"));
+    QCOMPARE(_table->deviceOptions(text("/dev/sdb1"), Mtab), QStringList());
+    QCOMPARE(_table->mountedType(text("/dev/sdb1")), QString());
+    QVERIFY(!_table->hasQuotaOption(text("/dev/sdb1"), UserQuota, Mtab));
+    QCOMPARE(_errors, QStringList{text("File /etc/mtab can not be open")});
+    QCOMPARE(_table->mountPoint(text("/dev/sdb1")), QString());
+    QCOMPARE(_errors, (QStringList{text("File /etc/mtab can not be open"), text("Device /dev/sdb1 not mounted")}));
+}
+
+void TestDeviceTable::quotaOptionIsAWholeWord_data()
+{
+    QTest::addColumn<QByteArray>("options");
+    QTest::addColumn<bool>("user");
+    QTest::addColumn<bool>("group");
+    QTest::newRow("both") << QByteArray("rw,usrquota,grpquota") << true << true;
+    QTest::newRow("user") << QByteArray("usrquota,rw") << true << false;
+    QTest::newRow("group") << QByteArray("rw,grpquota") << false << true;
+    QTest::newRow("neither") << QByteArray("rw,quota") << false << false;
+    QTest::newRow("journaled") << QByteArray("usrjquota=aquota.user") << false << false;
+    QTest::newRow("longer words") << QByteArray("usrquotas,xgrpquota") << false << false;
+    QTest::newRow("another case") << QByteArray("USRQUOTA") << false << false;
+}
+
+void TestDeviceTable::quotaOptionIsAWholeWord()
+{
+    QFETCH(QByteArray, options);
+    fstab("/dev/sda1 / ext4 " + options + " 0 0\n");
+    QTEST(_table->hasQuotaOption(text("/dev/sda1"), UserQuota, Fstab), "user");
+    QTEST(_table->hasQuotaOption(text("/dev/sda1"), GroupQuota, Fstab), "group");
+}
+
+void TestDeviceTable::optionsInForceAndConfiguredAreApart()
+{
+    QVERIFY(!_table->hasQuotaOption(text("/dev/sdb1"), GroupQuota, Fstab));
+    QVERIFY(_table->hasQuotaOption(text("/dev/sdb1"), GroupQuota, Mtab));
+}
+
+void TestDeviceTable::patternsInFstabAreHarmless()
+{
+    fstab("/dev/sd[a /a ext4 defaults 0 0\nUUID=(((( /b ext4 defaults 0 0\n/dev/sd.1 /c ext4 any 0 0\n"
+          "UUID=* /d ext4 defaults 0 0\n/dev/\\134 /e ext4 defaults 0 0\n");
+    QCOMPARE(_table->fstabDevices(), (QStringList{text("/dev/sd[a"), text("UUID=(((("), text("/dev/sdc1"),
+                                                  text("/dev/sdc1"), text("/dev/\\")}));
+    QCOMPARE(_table->deviceOptions(text("/dev/sdc1"), Fstab), QStringList{text("any")});
+    QCOMPARE(_table->quotaDevices(), QStringList());
+}
+
+void TestDeviceTable::bytesThatAreNotUtf8AreHarmless()
+{
+    fstab("/dev/\xff\xfe /a ext4 x 0 0\nUUID=\xe4 /b ext4 y 0 0\nUUID=b /c ext4 z 0 0\n");
+    blkid("/dev/sdx1: LABEL=\"\xff\" UUID=\"x\" TYPE=\"ext4\"\n/dev/sdb1: UUID=\"b\" TYPE=\"ext4\"\n");
+    QCOMPARE(_table->fstabDevices().size(), 3);
+    QCOMPARE(_table->fstabDevices().at(2), text("/dev/sdb1"));
+    QCOMPARE(_table->deviceOptions(text("/dev/sdb1"), Fstab), QStringList{text("z")});
+    QVERIFY(_table->quotaDevices().contains(text("/dev/sdb1")));
+}
+
+void TestDeviceTable::missingColumnsAreHarmless()
+{
+    fstab("/dev/sda1\n/dev/sdb1 /b\nUUID=c /c ext3\n");
+    QCOMPARE(_table->quotaDevices(), (QStringList{text("/dev/sda1"), text("/dev/sdb1"), text("/dev/sdc1")}));
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Fstab), QStringList{QString()});
+    QVERIFY(!_table->hasQuotaOption(text("/dev/sdc1"), UserQuota, Fstab));
+}
+
+void TestDeviceTable::aThousandDevices()
+{
+    QByteArray table;
+    QByteArray mounts;
+    QByteArray lines;
+    for (int i = 0; i < 1000; ++i) {
+        const QByteArray number = QByteArray::number(i).rightJustified(4, '0');
+        table +=
+            (i % 2 ? "UUID=id-" : "/dev/disk") + number + " /mnt/" + number + " ext4 usrquota,n=" + number + " 0 0\n";
+        mounts += "/dev/disk" + number + " /mnt/" + number + " ext4 rw 0 0\n";
+        lines.prepend("/dev/disk" + number + ": UUID=\"id-" + number + "\" TYPE=\"ext4\"\n");
+    }
+    fstab(table);
+    mtab(mounts);
+    blkid(lines);
+    const QStringList devices = _table->quotaDevices();
+    QCOMPARE(devices.size(), 1000);
+    QCOMPARE(devices, _table->fstabDevices());
+    for (int i = 0; i < devices.size(); ++i) {
+        const QString number = QString::number(i).rightJustified(4, QLatin1Char('0'));
+        QCOMPARE(devices.at(i), text("/dev/disk") + number);
+        QCOMPARE(_table->deviceOptions(devices.at(i), Fstab), (QStringList{text("usrquota"), text("n=") + number}));
+        QCOMPARE(_table->mountPoint(devices.at(i)), text("/mnt/") + number);
+        QCOMPARE(_table->mountedType(devices.at(i)), text("ext4"));
+    }
+    QCOMPARE(_table->passedOver(), QStringList());
+}
+
+void TestDeviceTable::noPatternIsCompiledTwice()
+{
+    // A dot makes the spelling an expression; the two spellings of each second device look for the same.
+    QByteArray table;
+    QByteArray lines;
+    for (int i = 0; i < 20; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        table += "/dev/mapper/vg.a-" + number + " /m/" + number + " ext4 defaults 0 0\n";
+        table += "UUID=i.d-" + number + " /n/" + number + " ext4 defaults 0 0\n";
+        table += "UUID=\"i.d-" + number + "\" /o/" + number + " ext4 defaults 0 0\n";
+        lines += "/dev/mapper/vg.a-" + number + ": UUID=\"i.d-" + number + "\" TYPE=\"ext4\"\n";
+    }
+    fstab(table);
+    mtab(table);
+    blkid(lines);
+    _table->quotaDevices(); // the fixed patterns are compiled once for the whole program
+    _table->resolveDevice(text("/"), _buffer->blkidLines());
+    PatternCounter::reset();
+    for (int i = 0; i < 3; ++i) {
+        const QStringList devices = _table->quotaDevices();
+        for (const QString &device : devices) {
+            _table->deviceOptions(device, Fstab);
+            _table->deviceOptions(device, Mtab);
+            _table->mountedType(device);
+            _table->resolveDevice(device, _buffer->blkidLines());
+        }
+        _table->fstabDevices();
+        _table->passedOver();
+    }
+    const QMap<QString, int> compiled = PatternCounter::compiled();
+    QCOMPARE(compiled.size(), 40);
+    for (auto pattern = compiled.cbegin(); pattern != compiled.cend(); ++pattern)
+        QVERIFY2(pattern.value() == 1, qPrintable(pattern.key()));
+}
+
+void TestDeviceTable::saysWhyLinesArePassedOver()
+{
+    fstab("/dev/sda1 / ext4 defaults 0 1\n"
+          "UUID=gone /gone ext4 defaults 0 2\n"
+          "LABEL=gone /lost auto defaults 0 2\n"
+          "/dev/sdx1 /data xfs defaults 0 2\n"
+          "UUID=swap none swap sw 0 0\n"
+          "proc /proc proc defaults 0 0\n"
+          "tmpfs /tmp tmpfs defaults 0 0\n"
+          "server:/export /net nfs4 defaults 0 0\n"
+          "/dev/sdy1\n");
+    blkid("/dev/sda1: UUID=\"abc\" TYPE=\"ext4\"\n"
+          "/dev/sdx1: UUID=\"x\" TYPE=\"xfs\"\n"
+          "/dev/sds1: UUID=\"swap\" TYPE=\"swap\"\n");
+    QCOMPARE(_table->passedOver(), (QStringList{
+                                       text("UUID=gone on /gone: no such device"),
+                                       text("LABEL=gone on /lost: no such device"),
+                                       text("/dev/sdx1 on /data: xfs, not ext2, ext3 or ext4"),
+                                       text("UUID=swap: swap, not ext2, ext3 or ext4"),
+                                       text("proc on /proc: proc, not ext2, ext3 or ext4"),
+                                       text("tmpfs on /tmp: tmpfs, not ext2, ext3 or ext4"),
+                                       text("server:/export on /net: nfs4, not ext2, ext3 or ext4"),
+                                       text("/dev/sdy1: no such device"),
+                                   }));
+}
+
+void TestDeviceTable::blkidMissingPassesEveryLineOver()
+{
+    _sandbox.reset();
+    fstab("/dev/sda1 / ext4 defaults 0 1\nUUID=b /b ext4 defaults 0 1\n");
+    QCOMPARE(_table->quotaDevices(), QStringList());
+    QCOMPARE(_table->passedOver().size(), 2);
+    QCOMPARE(_errors, QStringList{text("Process blkid can not started")});
+}
+
+void TestDeviceTable::blkidIsRunOnce()
+{
+    _table->quotaDevices();
+    _table->fstabDevices();
+    _table->deviceOptions(text("/dev/sda1"), Fstab);
+    _table->deviceOptions(text("/dev/sda1"), Mtab);
+    _table->mountedType(text("/dev/sda1"));
+    _table->passedOver();
+    QCOMPARE(_sandbox.calls().size(), 1);
+}
+
+void TestDeviceTable::resetAsksTheSourcesAgain()
+{
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Mtab), (QStringList{text("rw"), text("relatime")}));
+    mtab("/dev/sda1 / ext4 rw,usrquota 0 0\n");
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Mtab), (QStringList{text("rw"), text("relatime")}));
+    _buffer->resetCache();
+    _table->reset();
+    QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Mtab), (QStringList{text("rw"), text("usrquota")}));
+    QCOMPARE(_sandbox.calls().size(), 2);
+}
+
+KRA_SANDBOX_MAIN(TestDeviceTable)
+#include "tst_devicetable.moc"
