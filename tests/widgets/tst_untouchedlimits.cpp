@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "editedelement.h"
+#include "madeupaccounts.h"
+
+#include <userwidget.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QRandomGenerator>
+#include <QtTest>
+
+#include <ctime>
+
+using namespace MadeUpAccounts;
+
+/// What nobody touched goes back to the byte and to the second, whatever the form can show of it.
+class TestUntouchedLimits : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void randomRecords_data();
+    void randomRecords();
+    void momentsAroundTheChangesOfTheClock_data();
+    void momentsAroundTheChangesOfTheClock();
+};
+
+namespace
+{
+/// One field of the form: how it is edited, and what of a record it stands for.
+struct Field
+{
+    const char *name;
+    QString (*inRecord)(const DeviceQuota &quota);
+    void (*edit)(UserWidget &widget, QRandomGenerator &random);
+};
+
+template<typename Widget>
+Widget *find(const UserWidget &widget, const char *name)
+{
+    auto *found = widget.findChild<Widget *>(QString::fromLatin1(name));
+    if (!found)
+        qFatal("The form has no %s", name);
+    return found;
+}
+
+QString sizeText(const MemorySize &size)
+{
+    return QStringLiteral("%1 bytes, %2 of unit %3").arg(size.bytes).arg(size.value, 0, 'g', 17).arg(size.unit);
+}
+
+QString momentText(const QDateTime &moment)
+{
+    return moment.isValid() ? QString::number(moment.toMSecsSinceEpoch()) : QStringLiteral("none");
+}
+
+void editSize(const UserWidget &widget, QRandomGenerator &random, const char *check, const char *number,
+              const char *unit)
+{
+    find<QCheckBox>(widget, check)->setChecked(true);
+    find<QComboBox>(widget, unit)->setCurrentIndex(random.bounded(4));
+    auto *box = find<QDoubleSpinBox>(widget, number);
+    const double before = box->value();
+    while (box->value() == before)
+        box->setValue(random.bounded(box->maximum()));
+}
+
+void editCount(const UserWidget &widget, QRandomGenerator &random, const char *check, const char *number)
+{
+    find<QCheckBox>(widget, check)->setChecked(true);
+    auto *box = find<QSpinBox>(widget, number);
+    box->setValue(box->value() == 77 ? 78 : 77 + random.bounded(2) * 10);
+}
+
+void editMoment(const UserWidget &widget, const char *name)
+{
+    auto *edit = find<QDateTimeEdit>(widget, name);
+    if (edit->isEnabled())
+        edit->setDateTime(edit->dateTime().addDays(3));
+}
+
+const Field fields[] = {
+    {"soft blocks", [](const DeviceQuota &quota) { return sizeText(quota.softBlockLimit); },
+     [](UserWidget &widget, QRandomGenerator &random) {
+         editSize(widget, random, "_softLimitBlocksCheckBox", "_softLimitBlocksDoubleSpinBox",
+                  "_softLimitDimensionComboBox");
+     }},
+    {"hard blocks", [](const DeviceQuota &quota) { return sizeText(quota.hardBlockLimit); },
+     [](UserWidget &widget, QRandomGenerator &random) {
+         editSize(widget, random, "_hardLimitBlocksCheckBox", "_hardLimitBlocksDoubleSpinBox",
+                  "_hardLimitDimensionComboBox");
+     }},
+    {"soft files", [](const DeviceQuota &quota) { return QString::number(quota.softInodeLimit); },
+     [](UserWidget &widget, QRandomGenerator &random) {
+         editCount(widget, random, "_softLimitInodesCheckBox", "_softLimitInodesSpinBox");
+     }},
+    {"hard files", [](const DeviceQuota &quota) { return QString::number(quota.hardInodeLimit); },
+     [](UserWidget &widget, QRandomGenerator &random) {
+         editCount(widget, random, "_hardLimitInodesCheckBox", "_hardLimitInodesSpinBox");
+     }},
+    {"blocks time", [](const DeviceQuota &quota) { return momentText(quota.blocksTimeToForce); },
+     [](UserWidget &widget, QRandomGenerator & /*random*/) { editMoment(widget, "_blocksDateTimeEdit"); }},
+    {"files time", [](const DeviceQuota &quota) { return momentText(quota.inodesTimeToForce); },
+     [](UserWidget &widget, QRandomGenerator & /*random*/) { editMoment(widget, "_inodesDateTimeEdit"); }},
+};
+
+/// Of every order of magnitude, whole blocks as the kernel counts them; often none.
+quint64 randomBytes(QRandomGenerator &random)
+{
+    switch (random.bounded(6)) {
+    case 0:
+        return 0;
+    case 1:
+        return 100 * GiB;
+    case 2:
+        return 1234567 * KiB;
+    default:
+        return (random.generate64() >> random.bounded(14, 60)) * KiB;
+    }
+}
+
+quint64 randomCount(QRandomGenerator &random)
+{
+    return random.bounded(4) == 0 ? 0 : random.generate64() >> random.bounded(1, 63);
+}
+
+QDateTime randomMoment(QRandomGenerator &random)
+{
+    if (random.bounded(3) == 0)
+        return {};
+    // Weeks around the end of summer time, to the second.
+    return QDateTime::fromSecsSinceEpoch(1792890000 + random.bounded(-3000000, 3000000));
+}
+
+DeviceQuota randomQuota(QRandomGenerator &random)
+{
+    DeviceQuota quota = limits(randomBytes(random), randomBytes(random), randomCount(random), randomCount(random));
+    quota.usedBlocks = size(randomBytes(random));
+    quota.usedInodes = randomCount(random);
+    quota.blocksTimeToForce = randomMoment(random);
+    quota.inodesTimeToForce = randomMoment(random);
+    return quota;
+}
+
+DeviceQuota exported(const UserWidget &widget, const QString &device)
+{
+    const std::unique_ptr<ElementData> record = widget.exportElementData();
+    return dynamic_cast<const UserData &>(*record).deviceQuotas.value(device);
+}
+} // namespace
+
+void TestUntouchedLimits::initTestCase()
+{
+    qputenv("TZ", "Europe/Berlin");
+    tzset();
+}
+
+void TestUntouchedLimits::randomRecords_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 40; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
+
+void TestUntouchedLimits::randomRecords()
+{
+    QFETCH(quint32, seed);
+    QRandomGenerator random(seed);
+    RecordingModule module;
+    EditedElement element(QStringLiteral("QuotaUserElement"), &module);
+    UserWidget widget(&module, &everybodyMay);
+    widget.setElement(&element);
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    auto *devices = find<QComboBox>(widget, "_devicesComboBox");
+
+    for (int read = 0; read < 25; ++read) {
+        QMap<QString, DeviceQuota> quotas;
+        for (int device = 0; device < 4; ++device)
+            quotas.insert(QStringLiteral("/dev/vd%1").arg(device), randomQuota(random));
+        UserData record = account(quotas);
+        widget.afterSuccessfulRead(&element, &record);
+        for (int look = random.bounded(4); look > 0; --look)
+            devices->setCurrentIndex(random.bounded(devices->count()));
+        const QString shown = devices->currentText();
+        QVERIFY(!widget.isContentChanged());
+
+        const Field &edited = fields[random.bounded(int(std::size(fields)))];
+        const QString before = edited.inRecord(record.deviceQuotas.value(shown));
+        edited.edit(widget, random);
+        const bool isEdited = widget.isContentChanged(); // a time that does not run cannot be edited
+
+        const std::unique_ptr<ElementData> result = widget.exportElementData();
+        const auto &account = dynamic_cast<const UserData &>(*result);
+        for (auto quota = record.deviceQuotas.cbegin(); quota != record.deviceQuotas.cend(); ++quota) {
+            const DeviceQuota &back = account.deviceQuotas[quota.key()];
+            for (const Field &field : fields)
+                if (quota.key() != shown || &field != &edited || !isEdited)
+                    QVERIFY2(field.inRecord(back) == field.inRecord(*quota),
+                             qPrintable(QStringLiteral("%1 of %2 was %3 and is %4")
+                                            .arg(QLatin1String(field.name), quota.key(), field.inRecord(*quota),
+                                                 field.inRecord(back))));
+            for (const MemorySize &size : {back.softBlockLimit, back.hardBlockLimit})
+                QCOMPARE(size.bytes, size.toBytes());
+        }
+        if (isEdited)
+            QVERIFY(edited.inRecord(account.deviceQuotas[shown]) != before);
+    }
+}
+
+void TestUntouchedLimits::momentsAroundTheChangesOfTheClock_data()
+{
+    QTest::addColumn<qint64>("second");
+    // In Berlin summer time ended on 2026-10-25 at 03:00, which was 01:00 UTC, and begins on 2027-03-28 at 02:00.
+    const qint64 end = QDateTime(QDate(2026, 10, 25), QTime(1, 0), Qt::UTC).toSecsSinceEpoch();
+    const qint64 begin = QDateTime(QDate(2027, 3, 28), QTime(1, 0), Qt::UTC).toSecsSinceEpoch();
+    QTest::newRow("the first 02:30:05") << end - 1795;
+    QTest::newRow("the second 02:30:05") << end + 1805;
+    QTest::newRow("the last second of summer time") << end - 1;
+    QTest::newRow("the first after summer time") << end;
+    QTest::newRow("the last second of winter time") << begin - 1;
+    QTest::newRow("the first of summer time") << begin;
+    QTest::newRow("now past") << qint64(1000000);
+}
+
+void TestUntouchedLimits::momentsAroundTheChangesOfTheClock()
+{
+    QFETCH(qint64, second);
+    for (const Qt::TimeSpec spec : {Qt::LocalTime, Qt::UTC}) {
+        RecordingModule module;
+        EditedElement element(QStringLiteral("QuotaUserElement"), &module);
+        UserWidget widget(&module, &everybodyMay);
+        widget.setElement(&element);
+        widget.show();
+        widget.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&widget));
+        const QString device = QStringLiteral("/dev/a");
+        DeviceQuota quota = limits(GiB, 2 * GiB, 3, 4);
+        quota.blocksTimeToForce = QDateTime::fromSecsSinceEpoch(second, spec);
+        UserData record = account({{device, quota}});
+        widget.afterSuccessfulRead(&element, &record);
+
+        auto *edit = find<QDateTimeEdit>(widget, "_blocksDateTimeEdit");
+        QCOMPARE(edit->text(), QDateTime::fromSecsSinceEpoch(second).toString(QStringLiteral("dd.MM.yyyy hh:mm")));
+        // Looked at with the keyboard, and left.
+        edit->setFocus();
+        for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Right, Qt::Key_End})
+            QTest::keyClick(edit, key);
+        find<QWidget>(widget, "_devicesComboBox")->setFocus();
+        QVERIFY(!widget.isContentChanged());
+        QCOMPARE(exported(widget, device).blocksTimeToForce.toSecsSinceEpoch(), second);
+
+        // Another field is edited, which reads nothing from the clock either.
+        find<QSpinBox>(widget, "_softLimitInodesSpinBox")->setValue(9);
+        QCOMPARE(exported(widget, device).blocksTimeToForce.toSecsSinceEpoch(), second);
+        // Edited and taken back.
+        edit->setFocus();
+        QTest::keyClick(edit, Qt::Key_Up);
+        QVERIFY(exported(widget, device).blocksTimeToForce.toSecsSinceEpoch() != second);
+        QTest::keyClick(edit, Qt::Key_Down);
+        QCOMPARE(exported(widget, device).blocksTimeToForce.toSecsSinceEpoch(), second);
+    }
+}
+
+QTEST_MAIN(TestUntouchedLimits)
+#include "tst_untouchedlimits.moc"
