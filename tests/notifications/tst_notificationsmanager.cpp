@@ -1,0 +1,392 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "machinefiles.h"
+
+#include <notificationsmanager.h>
+#include <warnquotacommand.h>
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <algorithm>
+
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+const QString config = QStringLiteral("/etc/warnquota.conf");
+const QString quotaTab = QStringLiteral("/etc/quotatab");
+const QString adminsFile = QStringLiteral("/etc/quotagrpadmins");
+
+WarnquotaJob jobOf(const char *line)
+{
+    const QStringList parts = QString::fromLatin1(line).split(QLatin1Char(' '));
+    return WarnquotaCommand::parse({{parts.at(0), parts.at(1), parts.at(2), parts.at(3), parts.at(4)},
+                                    parts.at(5),
+                                    parts.mid(6).join(QLatin1Char(' ')),
+                                    QString()});
+}
+
+struct stat statusOf(const QString &path)
+{
+    struct stat status = {};
+    stat(QFile::encodeName(path).constData(), &status);
+    return status;
+}
+} // namespace
+
+/// What is read of the machine's warnings, what is written, and what stays.
+class TestNotificationsManager : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { MachineFiles::reset(_sandbox); }
+
+    void reading();
+    void readingTheFilesThatJobsName();
+    void aFileIsReadOnce();
+    void aMachineThatNeverWarned();
+    void jobsOfOtherProgramsAreRunsToo();
+    void textsOfAnyBytes_data();
+    void textsOfAnyBytes();
+    void whatIsNoFileIsNotRead();
+    void theDailyRun_data();
+    void theDailyRun();
+
+    void writingJobsRewritesTheirCommands();
+    void everyFileIsWritten();
+    void onlyEditedFilesAreWritten();
+    void aMissingFileIsMade();
+    void writingGoesOnAfterAFailure();
+    void anEditedText();
+    void rightsOfAFileStay();
+    void aLinkedFileStaysOne();
+
+    void ownTablesNeedNoCopy();
+    void aForeignTableIsKept_data();
+    void aForeignTableIsKept();
+    void eachForeignTableIsKept();
+    void withoutACopyNothingIsWritten();
+    void theReadTellsWhatWillBeDropped();
+
+private:
+    void setConfig(const QByteArray &bytes) { _sandbox.writeEtc(QStringLiteral("warnquota.conf"), bytes); }
+    void setTable(const QByteArray &bytes) { _sandbox.writeEtc(MachineFiles::cronTable, bytes); }
+    QByteArray table() const { return _sandbox.readEtc(MachineFiles::cronTable); }
+
+    Sandbox _sandbox;
+};
+
+void TestNotificationsManager::reading()
+{
+    setTable(MachineFiles::tableHead + "0 0 * * * root warnquota\n30 4 1 * * root warnquota -g # groups\n");
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    QVERIFY(errors.isEmpty());
+    QCOMPARE(data->jobs.size(), 2);
+    QVERIFY(data->jobs.at(0).users && !data->jobs.at(0).groups);
+    QVERIFY(!data->jobs.at(1).users && data->jobs.at(1).groups);
+    QCOMPARE(data->jobs.at(1).job.comment, QStringLiteral(" groups"));
+    QCOMPARE(data->files.keys(), QStringList({adminsFile, quotaTab, config}));
+    QCOMPARE(data->files.value(config), QStringLiteral("MAIL_CMD = \"/usr/sbin/sendmail -t\"\n"));
+    QCOMPARE(data->files.value(quotaTab), QStringLiteral("/dev/vda: the disk\n"));
+    QCOMPARE(data->files.value(adminsFile), QStringLiteral("staff: anna\n"));
+}
+
+void TestNotificationsManager::readingTheFilesThatJobsName()
+{
+    _sandbox.writeEtc(QStringLiteral("w.conf"), "other\n");
+    setTable("0 0 * * * root warnquota -g -c /etc/w.conf\n");
+    NotificationsManager manager;
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    QCOMPARE(data->files.value(QStringLiteral("/etc/w.conf")), QStringLiteral("other\n"));
+    QCOMPARE(data->files.size(), 4);
+}
+
+void TestNotificationsManager::aFileIsReadOnce()
+{
+    setTable("0 0 * * * root warnquota -c /etc/none\n0 1 * * * root warnquota -c /etc/none\n");
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    manager.read();
+    QCOMPARE(errors.size(), 1);
+    QCOMPARE(errors.first().first().toString(), QStringLiteral("Can'n open /etc/none file"));
+}
+
+void TestNotificationsManager::aMachineThatNeverWarned()
+{
+    _sandbox.removeEtc(QStringLiteral("cron.d"));
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    QCOMPARE(errors.size(), 1);
+    QCOMPARE(errors.first().first().toString(), QStringLiteral("Can'n open /etc/cron.d/warnquota file"));
+    QVERIFY(data->jobs.isEmpty());
+    QCOMPARE(data->files.size(), 3);
+}
+
+void TestNotificationsManager::jobsOfOtherProgramsAreRunsToo()
+{
+    setTable("5 4 * * * daemon /usr/bin/other --verbose\n");
+    NotificationsManager manager;
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    QCOMPARE(data->jobs.size(), 1);
+    QVERIFY(data->jobs.first().users);
+    QVERIFY(manager.writeCronJobs(data->jobs));
+    QCOMPARE(table(), MachineFiles::tableHead + "5 4 * * * daemon warnquota -u\n");
+}
+
+void TestNotificationsManager::textsOfAnyBytes_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("none") << QByteArray("");
+    QTest::newRow("not UTF-8") << QByteArray("gr\xfc\xdf dich\n\xff\xfe");
+    QTest::newRow("with a mark of the byte order") << QByteArray("\xef\xbb\xbf text\n");
+    QTest::newRow("lines of another system") << QByteArray("one\r\ntwo\r\n");
+    QTest::newRow("no line end at the end") << QByteArray("one\ntwo");
+    QTest::newRow("no-break spaces") << QByteArray("a\xc2\xa0"
+                                                   "b\xe2\x80\xaf"
+                                                   "c\xe2\x80\xa8"
+                                                   "d\n");
+    QTest::newRow("NUL") << QByteArray("a\0b\0", 4);
+    QTest::newRow("a megabyte") << QByteArray(1024 * 1024, 'x');
+}
+
+void TestNotificationsManager::textsOfAnyBytes()
+{
+    QFETCH(QByteArray, bytes);
+    setConfig(bytes);
+    const struct stat before = statusOf(config);
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    manager.write(*data);
+    QVERIFY(errors.isEmpty());
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), bytes);
+    QCOMPARE(statusOf(config).st_ino, before.st_ino); // it was not even replaced by its like
+}
+
+void TestNotificationsManager::whatIsNoFileIsNotRead()
+{
+    const QString pipe = QStringLiteral("/etc/pipe");
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString &path : {pipe, QStringLiteral("/dev/zero"), QStringLiteral("/etc")}) {
+        NotificationsManager manager;
+        const QSignalSpy errors(&manager, &NotificationsManager::error);
+        QCOMPARE(manager.readFile(path), QString());
+        QCOMPARE(errors.last().first().toString(), QStringLiteral("Can'n open %1 file").arg(path));
+        QVERIFY(manager.writeFile(path, QString())); // as it was shown
+        QCOMPARE(errors.size(), 1);
+        QVERIFY(!manager.writeFile(path, QStringLiteral("text")));
+        QCOMPARE(errors.last().first().toString(), QStringLiteral("Can'n create %1 file").arg(path));
+        QVERIFY(!QFileInfo(path).isFile());
+    }
+}
+
+void TestNotificationsManager::theDailyRun_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<bool>("isOn");
+    const auto row = [](const char *settings, bool isOn) { QTest::newRow(settings) << QByteArray(settings) << isOn; };
+    row("run_warnquota=true\n", true);
+    row("# comment\nrun_warnquota=\"true\"\nRPCRQUOTADOPTS=\n", true);
+    row("  export run_warnquota='true' # daily", true);
+    row("run_warnquota=true; other=1", true);
+    row("run_warnquota=\n", false);
+    row("#run_warnquota=true\n", false);
+    row("run_warnquota=\"false\"\n", false);
+    row("run_warnquota=true#not a comment\n", false);
+    row("run_warnquota=True\n", false);
+    row("run_warnquota=true\nrun_warnquota=no\n", false);
+    row("run_warnquota=no\nrun_warnquota=true\n", true);
+    row("rerun_warnquota=true\n", false);
+}
+
+void TestNotificationsManager::theDailyRun()
+{
+    QFETCH(QByteArray, settings);
+    QFETCH(bool, isOn);
+    NotificationsManager manager;
+    QCOMPARE(manager.read()->params.value(NotificationsData::dailyRunKey()), QVariant(false));
+    _sandbox.writeEtc(QStringLiteral("default/quota"), settings);
+    QCOMPARE(manager.read()->params.value(NotificationsData::dailyRunKey()), QVariant(isOn));
+}
+
+void TestNotificationsManager::writingJobsRewritesTheirCommands()
+{
+    NotificationsManager manager;
+    QVERIFY(manager.writeCronJobs({jobOf("0 0 * * * root warnquota"), jobOf("1 2 3 * * root warnquota -ug -c /c")}));
+    QCOMPARE(table(), MachineFiles::tableHead + "0 0 * * * root warnquota -u\n"
+                                                "1 2 3 * * root warnquota -u -g --config=/c\n");
+}
+
+void TestNotificationsManager::everyFileIsWritten()
+{
+    NotificationsData data;
+    data.files = {{config, QStringLiteral("a")}, {quotaTab, QStringLiteral("b")}};
+    NotificationsManager().write(data);
+    QCOMPARE(table(), MachineFiles::tableHead);
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("a"));
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("b"));
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("quotagrpadmins")), QByteArray("staff: anna\n"));
+}
+
+void TestNotificationsManager::onlyEditedFilesAreWritten()
+{
+    NotificationsManager manager;
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    setConfig("somebody else's newer text\n");
+    data->files[quotaTab] = QStringLiteral("edited\n");
+    data->params.insert(NotificationsData::editedFilesKey(), QStringList(quotaTab));
+    manager.write(*data);
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("somebody else's newer text\n"));
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("edited\n"));
+}
+
+void TestNotificationsManager::aMissingFileIsMade()
+{
+    QVERIFY(QFile::remove(quotaTab));
+    NotificationsManager manager;
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    data->params.insert(NotificationsData::editedFilesKey(), QStringList());
+    manager.write(*data);
+    QVERIFY(QFileInfo(quotaTab).isFile());
+    QCOMPARE(QFileInfo(quotaTab).size(), 0);
+}
+
+void TestNotificationsManager::writingGoesOnAfterAFailure()
+{
+    _sandbox.removeEtc(QStringLiteral("cron.d"));
+    NotificationsData data;
+    data.files = {{QStringLiteral("/etc/a/none"), QStringLiteral("x")}, {config, QStringLiteral("x")}};
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    manager.write(data);
+    QCOMPARE(errors.size(), 2);
+    QCOMPARE(errors.at(0).first().toString(), QStringLiteral("Can'n create /etc/cron.d/warnquota file"));
+    QCOMPARE(errors.at(1).first().toString(), QStringLiteral("Can'n create /etc/a/none file"));
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("x"));
+}
+
+void TestNotificationsManager::anEditedText()
+{
+    NotificationsManager manager;
+    const QString text = QString::fromUtf8("gr\xc3\xbc\xc3\x9f\xc2\xa0"
+                                           "dich\r\n\xf0\x9f\x93\xa8");
+    QVERIFY(manager.writeFile(config, text));
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), text.toUtf8());
+    QCOMPARE(manager.readFile(config), text);
+}
+
+void TestNotificationsManager::rightsOfAFileStay()
+{
+    const QByteArray path = QFile::encodeName(config);
+    // Another group is not to be had in a user namespace of one user's own.
+    const bool hasOthers = chown(path.constData(), 1, 1) == 0;
+    QCOMPARE(chmod(path.constData(), 0640), 0);
+    const mode_t before = umask(0077);
+    const bool written = NotificationsManager().writeFile(config, QStringLiteral("edited"));
+    umask(before);
+    QVERIFY(written);
+    const struct stat status = statusOf(config);
+    QCOMPARE(status.st_mode & 07777U, 0640U);
+    QCOMPARE(status.st_uid, hasOthers ? 1U : 0U);
+    QCOMPARE(status.st_gid, hasOthers ? 1U : 0U);
+}
+
+void TestNotificationsManager::aLinkedFileStaysOne()
+{
+    QVERIFY(QFile::rename(config, QStringLiteral("/etc/real.conf")));
+    QVERIFY(QFile::link(QStringLiteral("real.conf"), config));
+    QVERIFY(NotificationsManager().writeFile(config, QStringLiteral("edited")));
+    QVERIFY(QFileInfo(config).isSymLink());
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("real.conf")), QByteArray("edited"));
+}
+
+void TestNotificationsManager::ownTablesNeedNoCopy()
+{
+    NotificationsManager manager;
+    const QSignalSpy details(&manager, &NotificationsManager::detail);
+    for (const char *line :
+         {"", "\n", "0 8 * * 1 root /usr/sbin/warnquota -ug\n", "0 8 * * 1 root warnquota # why\n"}) {
+        setTable(MachineFiles::tableHead + line);
+        QVERIFY(!manager.read()->params.contains(NotificationsData::droppedLinesKey()));
+        QVERIFY(manager.writeCronJobs({}));
+    }
+    _sandbox.removeEtc(MachineFiles::cronTable);
+    QVERIFY(manager.writeCronJobs({}));
+    QCOMPARE(MachineFiles::backups().entryList(), QStringList());
+    QVERIFY(details.isEmpty());
+}
+
+void TestNotificationsManager::aForeignTableIsKept_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    for (const char *line : {"# somebody's note", "MAILTO=anna", "@daily root warnquota", "0 8 * * mon root warnquota",
+                             "0 8 * * 1 web-admin warnquota", "0 8 * * 1 root /usr/local/bin/clean",
+                             "0 8 * * 1 root warnquota -u | mail anna", "0 8 * * 1 root warnquota # gr\xfc\xdf"})
+        QTest::newRow(line) << QByteArray(line);
+}
+
+void TestNotificationsManager::aForeignTableIsKept()
+{
+    QFETCH(QByteArray, line);
+    const QByteArray foreign = "0 7 * * * root warnquota -g\n" + line + "\n\n";
+    setTable(foreign);
+    NotificationsManager manager;
+    const QSignalSpy details(&manager, &NotificationsManager::detail);
+    QVERIFY(manager.writeCronJobs({}));
+    QCOMPARE(table(), MachineFiles::tableHead);
+    QCOMPARE(MachineFiles::backupContents(), QByteArrayList({foreign}));
+    QCOMPARE(details.size(), 1);
+    QVERIFY(details.first().first().toString().contains(
+        MachineFiles::backups().filePath(MachineFiles::backups().entryList().first())));
+
+    QVERIFY(manager.writeCronJobs({})); // what is there now is all understood
+    QCOMPARE(MachineFiles::backups().entryList().size(), 1);
+    QCOMPARE(details.size(), 1);
+}
+
+void TestNotificationsManager::eachForeignTableIsKept()
+{
+    NotificationsManager manager;
+    const QByteArrayList tables = {"# one\n", "# two\n", "# three\n"};
+    for (const QByteArray &foreign : tables) {
+        setTable(foreign);
+        QVERIFY(manager.writeCronJobs({}));
+    }
+    QByteArrayList kept = MachineFiles::backupContents();
+    std::sort(kept.begin(), kept.end());
+    QCOMPARE(kept, QByteArrayList({"# one\n", "# three\n", "# two\n"}));
+}
+
+void TestNotificationsManager::withoutACopyNothingIsWritten()
+{
+    setTable("# one\n");
+    const QString path = QStringLiteral("/var/backups");
+    PrivateMounts::mountMemory(path.toStdString());
+    QCOMPARE(mount(nullptr, qPrintable(path), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    const bool written = manager.writeCronJobs({});
+    QCOMPARE(umount2(qPrintable(path), MNT_DETACH), 0);
+    QVERIFY(!written);
+    QCOMPARE(errors.size(), 1);
+    QVERIFY(errors.first().first().toString().contains(path));
+    QCOMPARE(table(), QByteArray("# one\n"));
+}
+
+void TestNotificationsManager::theReadTellsWhatWillBeDropped()
+{
+    setTable("# note\n0 8 * * 1 root warnquota\n@daily root warnquota\n");
+    QCOMPARE(NotificationsManager().read()->params.value(NotificationsData::droppedLinesKey()).toStringList(),
+             QStringList({QStringLiteral("# note"), QStringLiteral("@daily root warnquota")}));
+}
+
+KRA_NOTIFICATIONS_MAIN(TestNotificationsManager)
+#include "tst_notificationsmanager.moc"

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "editedelement.h"
+#include "madeupwarnings.h"
+
+#include <notificationswidget.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QtTest>
+
+using namespace MadeUpWarnings;
+
+/// What the page looks like, kept as pictures for a person to judge; what a machine can judge of it is checked.
+class TestNotificationsWidgetPictures : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void picture_data();
+    void picture();
+};
+
+void TestNotificationsWidgetPictures::picture_data()
+{
+    QTest::addColumn<QStringList>("lines");
+    QTest::addColumn<bool>("isNoted");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("percent");
+
+    const QSize usual(760, 640);
+    for (const int percent : {100, 200}) {
+        const QByteArray suffix = percent == 100 ? QByteArray() : QByteArray("-200");
+        const auto row = [&](const char *name, const char *schedule, bool isNoted, const QSize &size) {
+            const QString line = QString::fromLatin1(schedule) + QStringLiteral(" root warnquota -u");
+            QTest::newRow(QByteArray(name + suffix).constData())
+                << (*schedule ? QStringList(line) : QStringList()) << isNoted << size * percent / 100 << percent;
+        };
+        row("monthly", "5 8 31 * *", false, usual);
+        row("daily", "30 4 * * *", false, usual);
+        row("hourly", "7 * * * *", false, usual);
+        row("expert", "0 8 * * 1-5", false, usual);
+        row("notes", "0 8 * * MON", true, usual);
+        row("no-task", "", false, usual);
+        row("narrow", "5 8 31 * *", true, QSize(480, 400));
+    }
+}
+
+void TestNotificationsWidgetPictures::picture()
+{
+    QFETCH(QStringList, lines);
+    QFETCH(bool, isNoted);
+    QFETCH(QSize, size);
+    QFETCH(int, percent);
+
+    const QFont before = QApplication::font();
+    QFont font = before;
+    font.setPointSizeF(before.pointSizeF() * percent / 100);
+    QApplication::setFont(font);
+
+    RecordingModule module;
+    EditedElement element(QStringLiteral("QuotaNotificationsElement"), &module);
+    NotificationsWidget widget(&module, &everybodyMay);
+    widget.setElement(&element);
+    widget.resize(size);
+    NotificationsData data = record(lines);
+    if (isNoted) {
+        data.params.insert(NotificationsData::dailyRunKey(), true);
+        data.params.insert(NotificationsData::droppedLinesKey(), QStringList(QStringLiteral("@daily root warnquota")));
+    }
+    widget.show();
+    widget.afterSuccessfulRead(&element, &data);
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    QTest::mouseMove(&widget, QPoint(1, 1));
+    QCoreApplication::processEvents();
+
+    QVERIFY(QDir().mkpath(QStringLiteral(KRA_SCREENSHOTS)));
+    const QString file =
+        QStringLiteral(KRA_SCREENSHOTS "/notificationswidget-%1.png").arg(QLatin1String(QTest::currentDataTag()));
+    QVERIFY(widget.grab().save(file));
+    QApplication::setFont(before);
+
+    // Neither the notes nor a narrow window make the page wider than the window it is in.
+    QCOMPARE(widget.size(), size);
+}
+
+QTEST_MAIN(TestNotificationsWidgetPictures)
+#include "tst_notificationswidgetpictures.moc"
