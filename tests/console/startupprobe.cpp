@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Tells what a process finds around it after the console's start: the child of tst_startup.
+
+#include <startup.h>
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTextCodec>
+#include <QTextStream>
+
+#include <sys/stat.h>
+
+extern char **environ;
+
+int main(int argc, char *argv[])
+{
+    Startup::prepareProcess();
+    const QCoreApplication application(argc, argv);
+    const mode_t mask = umask(0);
+    QTextStream out(stdout);
+    for (char **entry = environ; *entry; ++entry)
+        out << QString::fromLocal8Bit(*entry) << '\n';
+    out << "probe umask=" << QString::number(mask, 8) << '\n';
+    out << "probe codec=" << QString::fromLatin1(QTextCodec::codecForLocale()->name()) << '\n';
+    out << "probe text=" << QString::fromLocal8Bit("\xc3\xa4").size() << '\n';
+    out << "probe locale=" << QLocale::system().name() << '\n';
+    out << "probe languages=" << QLocale::system().uiLanguages().join(QLatin1Char(' ')) << '\n';
+    return 0;
+}

@@ -1,0 +1,190 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QtTest>
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+/// What a process that was started in a strange environment finds after the console's start.
+class StartupTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void pathIsTheSystems();
+    void filesAreForAllToReadAndForTheirOwnerToWrite();
+    void textsAreUtf8InEveryLocale_data();
+    void textsAreUtf8InEveryLocale();
+    void goodLocaleIsLeftAlone();
+    void rootUsesItsOwnFolders();
+    void displayStaysReachable();
+    void foreignCodeIsDropped();
+    void askingUserIsNamed_data();
+    void askingUserIsNamed();
+
+private:
+    using Environment = QMap<QString, QString>;
+    static Environment start(const Environment &changes, mode_t mask = 022);
+    static bool isRoot() { return geteuid() == 0; }
+};
+
+StartupTest::Environment StartupTest::start(const Environment &changes, mode_t mask)
+{
+    QProcessEnvironment environment;
+    environment.insert(QStringLiteral("HOME"), QStringLiteral("/nowhere"));
+    environment.insert(QStringLiteral("PATH"), QStringLiteral("/nowhere/bin:."));
+    for (auto change = changes.begin(); change != changes.end(); ++change)
+        environment.insert(change.key(), change.value());
+    QProcess probe;
+    probe.setProcessEnvironment(environment);
+    const mode_t before = umask(mask);
+    probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/startupprobe"), QStringList());
+    const bool ended = probe.waitForFinished();
+    umask(before);
+    Environment found;
+    if (!ended || probe.exitStatus() != QProcess::NormalExit || probe.exitCode() != 0)
+        return found;
+    const QStringList lines = QString::fromUtf8(probe.readAllStandardOutput()).split(QLatin1Char('\n'));
+    for (const QString &line : lines)
+        found.insert(line.section(QLatin1Char('='), 0, 0), line.section(QLatin1Char('='), 1));
+    return found;
+}
+
+void StartupTest::pathIsTheSystems()
+{
+    QCOMPARE(start({}).value(QStringLiteral("PATH")),
+             QStringLiteral("/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin"));
+}
+
+void StartupTest::filesAreForAllToReadAndForTheirOwnerToWrite()
+{
+    QCOMPARE(start({}, 0).value(QStringLiteral("probe umask")), QStringLiteral("22"));
+    QCOMPARE(start({}, 077).value(QStringLiteral("probe umask")), QStringLiteral("22"));
+}
+
+void StartupTest::textsAreUtf8InEveryLocale_data()
+{
+    QTest::addColumn<Environment>("environment");
+    QTest::addColumn<QString>("language");
+
+    const QString lang = QStringLiteral("LANG");
+    const QString all = QStringLiteral("LC_ALL");
+    const QString type = QStringLiteral("LC_CTYPE");
+    const QString german = QStringLiteral("de_DE");
+    QTest::newRow("nothing said") << Environment() << QStringLiteral("C");
+    QTest::newRow("C for all") << Environment{{all, QStringLiteral("C")}, {lang, QStringLiteral("de_DE.UTF-8")}}
+                               << QStringLiteral("C");
+    QTest::newRow("C for characters") << Environment{{type, QStringLiteral("C")}, {lang, QStringLiteral("C.UTF-8")}}
+                                      << QStringLiteral("C");
+    QTest::newRow("POSIX") << Environment{{lang, QStringLiteral("POSIX")}} << QStringLiteral("C");
+    // None of these need be on the machine that runs the test.
+    QTest::newRow("other characters") << Environment{{lang, QStringLiteral("de_DE.ISO-8859-1")}} << german;
+    QTest::newRow("other characters for all")
+        << Environment{{all, QStringLiteral("de_DE.ISO-8859-15@euro")}, {lang, QStringLiteral("fr_FR")}} << german;
+    QTest::newRow("UTF-8 that is not there") << Environment{{lang, QStringLiteral("de_DE.UTF-8")}} << german;
+    QTest::newRow("language of its own") << Environment{{lang, QStringLiteral("C.UTF-8")},
+                                                        {QStringLiteral("LC_MESSAGES"), QStringLiteral("de_DE.UTF-8")}}
+                                         << german;
+    QTest::newRow("languages in order") << Environment{{lang, QStringLiteral("fr_FR.UTF-8")},
+                                                       {QStringLiteral("LANGUAGE"), QStringLiteral("de_DE:fr")}}
+                                        << german;
+}
+
+void StartupTest::textsAreUtf8InEveryLocale()
+{
+    QFETCH(Environment, environment);
+    QFETCH(QString, language);
+    const Environment found = start(environment);
+    QCOMPARE(found.value(QStringLiteral("probe codec")), QStringLiteral("UTF-8"));
+    QCOMPARE(found.value(QStringLiteral("probe text")), QStringLiteral("1"));
+    if (language == QLatin1String("C"))
+        QVERIFY(!found.value(QStringLiteral("probe languages")).contains(QLatin1String("de")));
+    else
+        QVERIFY2(found.value(QStringLiteral("probe languages")).startsWith(QLatin1String("de")),
+                 qPrintable(found.value(QStringLiteral("probe languages"))));
+}
+
+void StartupTest::goodLocaleIsLeftAlone()
+{
+    const Environment found = start({{QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")}});
+    QCOMPARE(found.value(QStringLiteral("LC_ALL")), QStringLiteral("C.UTF-8"));
+    QVERIFY(!found.contains(QStringLiteral("LC_CTYPE")));
+    QVERIFY(!found.contains(QStringLiteral("LC_MESSAGES")));
+}
+
+void StartupTest::rootUsesItsOwnFolders()
+{
+    const QStringList folders = {QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("XDG_DATA_HOME"),
+                                 QStringLiteral("XDG_CACHE_HOME"),  QStringLiteral("XDG_STATE_HOME"),
+                                 QStringLiteral("XDG_CONFIG_DIRS"), QStringLiteral("XDG_DATA_DIRS"),
+                                 QStringLiteral("XDG_RUNTIME_DIR")};
+    Environment environment{{QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("Any")}};
+    for (const QString &folder : folders)
+        environment.insert(folder, QStringLiteral("/nowhere/x"));
+    const Environment found = start(environment);
+    QCOMPARE(found.value(QStringLiteral("XDG_CURRENT_DESKTOP")), QStringLiteral("Any"));
+    QCOMPARE(found.value(QStringLiteral("HOME")),
+             isRoot() ? QString::fromLocal8Bit(getpwuid(0)->pw_dir) : QStringLiteral("/nowhere"));
+    for (const QString &folder : folders)
+        QCOMPARE(found.value(folder) == QLatin1String("/nowhere/x"), !isRoot());
+}
+
+void StartupTest::displayStaysReachable()
+{
+    const QTemporaryDir home;
+    QFile authority(home.filePath(QStringLiteral(".Xauthority")));
+    QVERIFY(authority.open(QIODevice::WriteOnly));
+    const Environment caller{{QStringLiteral("HOME"), home.path()},
+                             {QStringLiteral("DISPLAY"), QStringLiteral(":5")},
+                             {QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("wayland-0")},
+                             {QStringLiteral("XDG_RUNTIME_DIR"), QStringLiteral("/run/user/4711")}};
+    const Environment found = start(caller);
+    QCOMPARE(found.value(QStringLiteral("DISPLAY")), QStringLiteral(":5"));
+    QCOMPARE(found.value(QStringLiteral("XAUTHORITY")), isRoot() ? authority.fileName() : QString());
+    QCOMPARE(found.value(QStringLiteral("WAYLAND_DISPLAY")),
+             isRoot() ? QStringLiteral("/run/user/4711/wayland-0") : QStringLiteral("wayland-0"));
+
+    Environment named = caller;
+    named.insert(QStringLiteral("XAUTHORITY"), QStringLiteral("/run/authority"));
+    QCOMPARE(start(named).value(QStringLiteral("XAUTHORITY")), QStringLiteral("/run/authority"));
+}
+
+void StartupTest::foreignCodeIsDropped()
+{
+    const QStringList names = {QStringLiteral("QT_PLUGIN_PATH"),   QStringLiteral("QT_QPA_PLATFORM_PLUGIN_PATH"),
+                               QStringLiteral("QML2_IMPORT_PATH"), QStringLiteral("LD_LIBRARY_PATH"),
+                               QStringLiteral("LD_PRELOAD"),       QStringLiteral("LIBMOUNT_FSTAB"),
+                               QStringLiteral("BLKID_FILE"),       QStringLiteral("BASH_ENV")};
+    Environment environment{{QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2")}};
+    for (const QString &name : names)
+        environment.insert(name, QString());
+    const Environment found = start(environment);
+    QCOMPARE(found.value(QStringLiteral("QT_SCALE_FACTOR")), QStringLiteral("2"));
+    for (const QString &name : names)
+        QVERIFY2(found.contains(name) != isRoot(), qPrintable(name));
+}
+
+void StartupTest::askingUserIsNamed_data()
+{
+    QTest::addColumn<Environment>("environment");
+    QTest::addColumn<QString>("uid");
+    const QString sudo = QStringLiteral("SUDO_UID");
+    const QString polkit = QStringLiteral("PKEXEC_UID");
+    QTest::newRow("polkit") << Environment{{polkit, QStringLiteral("1000")}} << QStringLiteral("1000");
+    QTest::newRow("sudo") << Environment{{sudo, QStringLiteral("1001")}} << QStringLiteral("1001");
+    QTest::newRow("both") << Environment{{sudo, QStringLiteral("1001")}, {polkit, QStringLiteral("1000")}}
+                          << QStringLiteral("1001");
+    QTest::newRow("nobody") << Environment() << QString();
+}
+
+void StartupTest::askingUserIsNamed()
+{
+    QFETCH(Environment, environment);
+    QFETCH(QString, uid);
+    QCOMPARE(start(environment).value(QStringLiteral("SUDO_UID")), uid);
+}
+
+QTEST_GUILESS_MAIN(StartupTest)
+#include "tst_startup.moc"

@@ -1,0 +1,175 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <tasklistmodel.h>
+
+#include <QAbstractItemModelTester>
+#include <QSemaphore>
+#include <QtTest>
+
+namespace
+{
+class Work : public AbstractTask
+{
+public:
+    explicit Work(const QString &description, QSemaphore *gate = nullptr, bool changes = false)
+        : _gate(gate)
+        , _changes(changes)
+    {
+        setDescription(description);
+    }
+
+    void run() override
+    {
+        for (const QString &detail : details)
+            reportDetail(detail);
+        if (_gate)
+            _gate->acquire();
+        if (!failure.isEmpty()) {
+            setStatus(Failed);
+            setMessage(failure);
+        }
+        AbstractTask::run();
+    }
+    bool changesMachine() const override { return _changes; }
+
+    QStringList details;
+    QString failure;
+
+private:
+    QSemaphore *_gate;
+    bool _changes;
+};
+} // namespace
+
+class TaskListModelTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTRY_VERIFY(!TaskObserver::instance()->isBusy()); }
+    void statesFollowTheTask();
+    void failureIsShownWithItsMessage();
+    void detailsAreKeptAndBounded();
+    void durationTicksWhileTheTaskRuns();
+    void historyIsBounded();
+    void finishedTasksAreForgotten();
+    void writingTaskIsNamedFirst();
+
+private:
+    static void perform(AbstractTask *task) { TaskObserver::instance()->performTask(task); }
+    static QString text(const TaskListModel &model, TaskListModel::Column column, int row = 0)
+    {
+        return model.index(row, column).data().toString();
+    }
+};
+
+void TaskListModelTest::statesFollowTheTask()
+{
+    TaskListModel model(*TaskObserver::instance());
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QSemaphore gate;
+    perform(new Work(QStringLiteral("first"), &gate));
+    perform(new Work(QStringLiteral("second"), &gate));
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn, 1), QStringLiteral("Running"));
+    QCOMPARE(text(model, TaskListModel::TaskColumn, 1), QStringLiteral("first"));
+    QCOMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Waiting"));
+    QCOMPARE(text(model, TaskListModel::StartedColumn), QString());
+    QCOMPARE(text(model, TaskListModel::DurationColumn), QString());
+    QVERIFY(!text(model, TaskListModel::StartedColumn, 1).isEmpty());
+    QCOMPARE(model.currentDescription(), QStringLiteral("first"));
+    gate.release(2);
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Done"));
+    QCOMPARE(text(model, TaskListModel::StateColumn, 1), QStringLiteral("Done"));
+    QVERIFY(!text(model, TaskListModel::DurationColumn).isEmpty());
+    QCOMPARE(model.currentDescription(), QString());
+}
+
+void TaskListModelTest::failureIsShownWithItsMessage()
+{
+    TaskListModel model(*TaskObserver::instance());
+    auto *work = new Work(QStringLiteral("write"));
+    work->failure = QStringLiteral("no room\non the disk");
+    work->details = QStringList{QStringLiteral("mount ended with 32")};
+    perform(work);
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Failed"));
+    QCOMPARE(text(model, TaskListModel::MessageColumn), QStringLiteral("no room on the disk"));
+    const QString all = model.fullText(model.index(0, 0));
+    QVERIFY(all.contains(QLatin1String("write")));
+    QVERIFY(all.contains(QLatin1String("no room\non the disk")));
+    QVERIFY(all.contains(QLatin1String("mount ended with 32")));
+}
+
+void TaskListModelTest::detailsAreKeptAndBounded()
+{
+    TaskListModel model(*TaskObserver::instance());
+    auto *work = new Work(QStringLiteral("talk"));
+    for (int i = 0; i < TaskListModel::maximumDetails + 10; ++i)
+        work->details.append(QStringLiteral("line %1.").arg(i));
+    const QString last = work->details.constLast();
+    perform(work);
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Done"));
+    QCOMPARE(text(model, TaskListModel::MessageColumn), last);
+    const QString all = model.fullText(model.index(0, 0));
+    QVERIFY(all.contains(last));
+    QVERIFY(all.contains(QLatin1String("line 10.")));
+    QVERIFY(!all.contains(QLatin1String("line 9.")));
+}
+
+void TaskListModelTest::durationTicksWhileTheTaskRuns()
+{
+    TaskListModel model(*TaskObserver::instance());
+    QSemaphore gate;
+    perform(new Work(QStringLiteral("long"), &gate));
+    QTRY_COMPARE(text(model, TaskListModel::DurationColumn), QStringLiteral("0 s"));
+    QTRY_COMPARE(text(model, TaskListModel::DurationColumn), QStringLiteral("1 s"));
+    QSignalSpy spy(&model, &QAbstractItemModel::dataChanged);
+    QTRY_VERIFY(!spy.isEmpty());
+    gate.release();
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Done"));
+}
+
+void TaskListModelTest::historyIsBounded()
+{
+    TaskListModel model(*TaskObserver::instance());
+    for (int i = 0; i < TaskListModel::maximumTasks + 5; ++i)
+        perform(new Work(QString::number(i)));
+    // None is forgotten before it has ended.
+    QCOMPARE(model.rowCount(), TaskListModel::maximumTasks + 5);
+    QTRY_VERIFY(!TaskObserver::instance()->isBusy());
+    perform(new Work(QStringLiteral("last")));
+    QCOMPARE(model.rowCount(), int(TaskListModel::maximumTasks));
+    QCOMPARE(text(model, TaskListModel::TaskColumn), QStringLiteral("last"));
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Done"));
+}
+
+void TaskListModelTest::finishedTasksAreForgotten()
+{
+    TaskListModel model(*TaskObserver::instance());
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QSemaphore gate;
+    perform(new Work(QStringLiteral("over")));
+    perform(new Work(QStringLiteral("under way"), &gate));
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Running"));
+    model.clearFinished();
+    QCOMPARE(model.rowCount(), 1);
+    QCOMPARE(text(model, TaskListModel::TaskColumn), QStringLiteral("under way"));
+    gate.release();
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Done"));
+    model.clearFinished();
+    QCOMPARE(model.rowCount(), 0);
+}
+
+void TaskListModelTest::writingTaskIsNamedFirst()
+{
+    TaskListModel model(*TaskObserver::instance());
+    QSemaphore gate;
+    perform(new Work(QStringLiteral("read"), &gate));
+    perform(new Work(QStringLiteral("write"), &gate, true));
+    QCOMPARE(model.currentDescription(), QStringLiteral("write"));
+    gate.release(2);
+    QTRY_COMPARE(model.currentDescription(), QString());
+}
+
+QTEST_GUILESS_MAIN(TaskListModelTest)
+#include "tst_tasklistmodel.moc"
