@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The kra authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "shell.h"
+
+#include <QProcess>
+
+Shell::Result Shell::run(const QString &script)
+{
+    QProcess bash;
+    bash.start(QStringLiteral("/bin/bash"), {QStringLiteral("-c"), script});
+    bash.waitForFinished(-1);
+    return {bash.exitStatus() == QProcess::NormalExit ? bash.exitCode() : -1,
+            QString::fromUtf8(bash.readAllStandardOutput()), QString::fromUtf8(bash.readAllStandardError())};
+}
