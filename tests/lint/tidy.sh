@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
 # tidy.sh BUILD_FOLDER [FILE…]: refuses sources in which clang-tidy finds something; all that the build compiles,
-# unless some are named. What moc and its like wrote is left out.
+# unless some are named. What moc and its like wrote is left out. Prints the findings and nothing else.
 set -eu -o pipefail
 build=$(realpath "$1")
 shift
@@ -21,4 +21,5 @@ if [ "$#" -gt 0 ]; then
     printf '%s\n' "$@"
 else
     compiled
-fi | xargs --max-args=1 --max-procs="$(nproc)" clang-tidy -p "$build" --quiet
+fi | xargs --max-args=1 --max-procs="$(nproc)" clang-tidy -p "$build" --quiet 2>&1 |
+    sed '/^[0-9]* warnings\{0,1\} generated\.$/d'

@@ -445,6 +445,7 @@ void ElementsWidgetProxyModelTest::scatteredRowsComeInAsOneLayoutChange()
 void ElementsWidgetProxyModelTest::rowsGoAsRemovals()
 {
     std::vector<Row *> rows;
+    rows.reserve(6);
     for (int i = 0; i < 6; ++i)
         rows.push_back(add(root.get(), QString::number(i), i));
     proxy->sort(NumberColumn, Qt::DescendingOrder);
