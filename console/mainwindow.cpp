@@ -85,7 +85,7 @@ MainWindow::MainWindow(Session &session, QWidget *parent)
         _navigation->expand(first);
         choose(first);
     }
-    _navigation->setFocus();
+    _navigation->view()->setFocus();
 }
 
 MainWindow::~MainWindow() = default;
@@ -250,7 +250,10 @@ void MainWindow::moveFocus(int step)
     const int count = parts.size();
     const int at = present == parts.cend() ? (step > 0 ? -1 : 0) : static_cast<int>(present - parts.cbegin());
     for (int i = 1; i <= count; ++i) {
-        if (focusInto(parts.at((at + i * step + 2 * count) % count)))
+        QWidget *part = parts.at((at + i * step + 2 * count) % count);
+        if (part == _navigation)
+            return _navigation->view()->setFocus(Qt::ShortcutFocusReason); // the search has a key of its own
+        if (focusInto(part))
             return;
     }
 }

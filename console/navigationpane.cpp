@@ -45,7 +45,6 @@ NavigationPane::NavigationPane(TreeNode *root, QWidget *parent)
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(_search);
     whole->addWidget(_view);
-    setFocusProxy(_view);
 
     _announcing.setSingleShot(true);
     connect(&_announcing, &QTimer::timeout, this, &NavigationPane::announce);

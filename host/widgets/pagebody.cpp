@@ -12,6 +12,16 @@
 
 #include <algorithm>
 
+namespace
+{
+bool holdsTabStops(const QWidget *editor)
+{
+    const QList<QWidget *> widgets = editor->findChildren<QWidget *>();
+    return std::any_of(widgets.begin(), widgets.end(),
+                       [](const QWidget *widget) { return widget->focusPolicy() & Qt::TabFocus; });
+}
+} // namespace
+
 PageBody::PageBody(QWidget *parent)
     : QStackedWidget(parent)
     , _tabs(new QTabWidget(this))
@@ -20,6 +30,10 @@ PageBody::PageBody(QWidget *parent)
     _tabs->setObjectName(QStringLiteral("pageTabs"));
     _tabs->setDocumentMode(true);
     _tabs->setTabBarAutoHide(true);
+    // The bar is a tab stop by itself. Through the widget Tab would reach for it while it is hidden, and stay where it
+    // is.
+    _tabs->setFocusProxy(nullptr);
+    _tabs->setFocusPolicy(Qt::NoFocus);
     connect(_tabs, &QTabWidget::currentChanged, this, &PageBody::frontEditorChanged);
 
     _emptyLabel->setObjectName(QStringLiteral("pageEmptyText"));
@@ -63,6 +77,8 @@ void PageBody::setEditors(const std::vector<PageEditor> &editors, const QString 
                 // An editor has the colour of the page around it.
                 area->viewport()->setAutoFillBackground(false);
                 each.editor->setAutoFillBackground(false);
+                // Nobody sees that an area has the focus: it takes it only to be scrolled where nothing in it does.
+                area->setFocusPolicy(holdsTabStops(each.editor) ? Qt::NoFocus : Qt::StrongFocus);
                 _tabs->insertTab(tab, area, each.title);
                 each.editor->show();
             }

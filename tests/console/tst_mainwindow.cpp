@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSettings>
 #include <QSplitter>
 #include <QtTest>
@@ -53,6 +54,7 @@ private Q_SLOTS:
     void nodeThatAsksIsShown();
     void currentNodeIsFoundAgainAfterARead();
     void focusMovesBetweenTheParts();
+    void tabVisitsEveryPart();
     void menuOffersWhatIsPossible();
     void runningTaskIsSeen();
     void closingAsksForChanges();
@@ -366,9 +368,29 @@ void MainWindowTest::focusMovesBetweenTheParts()
     QTest::keyClick(_window.get(), Qt::Key_F6);
     QVERIFY(focusIn(tasks));
     QTest::keyClick(_window.get(), Qt::Key_F6);
-    QVERIFY(!focusIn(tasks) && !focusIn(page));
+    QVERIFY(tree()->hasFocus());
     QTest::keyClick(_window.get(), Qt::Key_F6, Qt::ShiftModifier);
     QVERIFY(focusIn(tasks));
+}
+
+void MainWindowTest::tabVisitsEveryPart()
+{
+    clickAndWait(_fake->form());
+    for (const auto &[key, modifiers] :
+         {std::pair(Qt::Key_Tab, Qt::NoModifier), std::pair(Qt::Key_Backtab, Qt::ShiftModifier)}) {
+        tree()->setFocus();
+        QSet<const QWidget *> visited;
+        for (int i = 0; i < 40 && (i == 0 || QApplication::focusWidget() != tree()); ++i) {
+            QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+            visited += QApplication::focusWidget();
+        }
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(tree()));
+        for (const QWidget *stop :
+             {static_cast<QWidget *>(_fake->line()), find<QWidget>("treeSearchField"), find<QWidget>("detailsButton")})
+            QVERIFY2(visited.contains(stop), qPrintable(stop->objectName()));
+        for (const QWidget *stop : qAsConst(visited)) // where nobody would see it
+            QVERIFY2(!qobject_cast<const QScrollArea *>(stop), qPrintable(stop->objectName()));
+    }
 }
 
 void MainWindowTest::menuOffersWhatIsPossible()
