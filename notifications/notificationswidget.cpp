@@ -235,8 +235,10 @@ void NotificationsWidget::deleteTask()
     const QString name = tasks->currentText();
     _tasks.remove(name);
     tasks->removeItem(tasks->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive));
-    if (_tasks.isEmpty())
+    if (_tasks.isEmpty()) {
         setTasksEnabled(false);
+        _ui->_addedTaskToolButton->setFocus();
+    }
     changeContent();
 }
 
@@ -295,6 +297,10 @@ void NotificationsWidget::showMode()
         _ui->_atDateTimeEdit->showSections(format);
         _ui->_atLabel->setText(label);
     };
+    // Tab stops at the chosen mode, and not at the first of them, from where the arrow keys would choose another.
+    for (QRadioButton *button :
+         {_ui->_monthRadioButton, _ui->_dayRadioButton, _ui->_hourRadioButton, _ui->_expertRadioButton})
+        button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
     const Mode mode = choice().mode;
     if (mode == Mode::Monthly)
         show(QStringLiteral("dd HH:mm"), tr("At (day hours:minutes):"));

@@ -716,10 +716,10 @@ void TestNotificationsWidget::theKeyboardReachesEverything()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); // out of the texts too
     }
     for (const char *name : {"_addedTaskToolButton", "_cronJobsComboBox", "_usersCheckBox", "_groupsCheckBox",
-                             "_monthRadioButton", "_atDateTimeEdit", "_deleteTaskToolButton",
+                             "_dayRadioButton", "_atDateTimeEdit", "_deleteTaskToolButton",
                              "_warnquotaconfPlainTextEdit", "_quotagrpadminsPlainTextEdit", "_quotatabPlainTextEdit"})
         QVERIFY2(visited.contains(QString::fromLatin1(name)), qPrintable(visited.join(QLatin1Char(' '))));
-    // One of the modes is reached by Tab, the others from there.
+    // The chosen mode is reached by Tab, the others from there.
     radio("day")->setFocus();
     QTest::keyClick(radio("day"), Qt::Key_Right);
     QVERIFY(radio("hour")->isChecked());
