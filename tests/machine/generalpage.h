@@ -67,6 +67,8 @@ public:
 
     /// The texts of the boxes that asked or warned since the last call, or the last Apply.
     QStringList takeBoxes() { return _boxes.takeTexts(); }
+    /// From now on answers the question about a reboot with "Yes".
+    void allowReboot() { _boxes.prefer(QMessageBox::Yes); }
     /// Clicks Apply and waits until the page was read again. A failure with a message where there is nothing to apply.
     Applied apply();
 

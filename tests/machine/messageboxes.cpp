@@ -6,7 +6,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
-#include <QMessageBox>
 #include <QPushButton>
 
 MessageBoxes::MessageBoxes()
@@ -24,7 +23,9 @@ bool MessageBoxes::eventFilter(QObject *watched, QEvent *event)
     auto *box = qobject_cast<QMessageBox *>(watched);
     if (box && event->type() == QEvent::Show) {
         _texts.append(box->text());
-        QAbstractButton *answer = box->defaultButton() ? box->defaultButton() : box->buttons().constFirst();
+        QAbstractButton *answer = box->button(_preferred);
+        if (!answer)
+            answer = box->defaultButton() ? box->defaultButton() : box->buttons().constFirst();
         QMetaObject::invokeMethod(answer, &QAbstractButton::click, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);

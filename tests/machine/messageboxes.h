@@ -3,16 +3,20 @@
 
 #pragma once
 
+#include <QMessageBox>
 #include <QObject>
 #include <QStringList>
 
-/// Answers every message box of this process as soon as it shows: with its default button, else with its first.
+/// Answers every message box of this process as soon as it shows: with the preferred button, its default button, or its
+/// first, whichever of these it has.
 class MessageBoxes : public QObject
 {
     Q_OBJECT
 
 public:
     MessageBoxes();
+
+    void prefer(QMessageBox::StandardButton button) { _preferred = button; }
 
     /// The texts of the boxes answered since the last call.
     QStringList takeTexts();
@@ -21,5 +25,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    QMessageBox::StandardButton _preferred = QMessageBox::NoButton;
     QStringList _texts;
 };
