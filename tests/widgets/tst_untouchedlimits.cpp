@@ -29,6 +29,9 @@ private Q_SLOTS:
     void randomRecords();
     void momentsAroundTheChangesOfTheClock_data();
     void momentsAroundTheChangesOfTheClock();
+    void editsAroundTheChangesOfTheClock_data();
+    void editsAroundTheChangesOfTheClock();
+    void anHourThatTheClockLeavesOutIsRefused();
 };
 
 namespace
@@ -148,6 +151,17 @@ DeviceQuota randomQuota(QRandomGenerator &random)
     return quota;
 }
 
+// In Berlin summer time ended on 2026-10-25 at 03:00, which was 01:00 UTC, and begins on 2027-03-28 at 02:00.
+qint64 endOfSummerTime()
+{
+    return QDateTime(QDate(2026, 10, 25), QTime(1, 0), Qt::UTC).toSecsSinceEpoch();
+}
+
+qint64 beginOfSummerTime()
+{
+    return QDateTime(QDate(2027, 3, 28), QTime(1, 0), Qt::UTC).toSecsSinceEpoch();
+}
+
 DeviceQuota exported(const UserWidget &widget, const QString &device)
 {
     const std::unique_ptr<ElementData> record = widget.exportElementData();
@@ -217,9 +231,8 @@ void TestUntouchedLimits::randomRecords()
 void TestUntouchedLimits::momentsAroundTheChangesOfTheClock_data()
 {
     QTest::addColumn<qint64>("second");
-    // In Berlin summer time ended on 2026-10-25 at 03:00, which was 01:00 UTC, and begins on 2027-03-28 at 02:00.
-    const qint64 end = QDateTime(QDate(2026, 10, 25), QTime(1, 0), Qt::UTC).toSecsSinceEpoch();
-    const qint64 begin = QDateTime(QDate(2027, 3, 28), QTime(1, 0), Qt::UTC).toSecsSinceEpoch();
+    const qint64 end = endOfSummerTime();
+    const qint64 begin = beginOfSummerTime();
     QTest::newRow("the first 02:30:05") << end - 1795;
     QTest::newRow("the second 02:30:05") << end + 1805;
     QTest::newRow("the last second of summer time") << end - 1;
@@ -266,6 +279,76 @@ void TestUntouchedLimits::momentsAroundTheChangesOfTheClock()
         QTest::keyClick(edit, Qt::Key_Down);
         QCOMPARE(exported(widget, device).blocksTimeToForce.toSecsSinceEpoch(), second);
     }
+}
+
+void TestUntouchedLimits::editsAroundTheChangesOfTheClock_data()
+{
+    QTest::addColumn<qint64>("second");
+    QTest::addColumn<QDateTimeEdit::Section>("section");
+    QTest::addColumn<int>("steps");
+    QTest::addColumn<qint64>("edited");
+    const auto minute = QDateTimeEdit::MinuteSection;
+    const auto month = QDateTimeEdit::MonthSection;
+    const qint64 end = endOfSummerTime();
+    const qint64 begin = beginOfSummerTime();
+    QTest::newRow("a minute in the first of two equal hours") << end - 1795 << minute << 1 << end - 1735;
+    QTest::newRow("a minute in the second") << end + 1805 << minute << 1 << end + 1865;
+    // The wall clock shows the same.
+    QTest::newRow("a month into winter") << end - 86400 << month << 1 << end - 86400 + 31 * 86400 + 3600;
+    QTest::newRow("a month into summer") << begin - 86400 << month << 1 << begin - 86400 + 31 * 86400 - 3600;
+}
+
+void TestUntouchedLimits::editsAroundTheChangesOfTheClock()
+{
+    QFETCH(qint64, second);
+    QFETCH(QDateTimeEdit::Section, section);
+    QFETCH(int, steps);
+    QFETCH(qint64, edited);
+    RecordingModule module;
+    EditedElement element(QStringLiteral("QuotaUserElement"), &module);
+    UserWidget widget(&module, &everybodyMay);
+    widget.setElement(&element);
+    const QString device = QStringLiteral("/dev/a");
+    DeviceQuota quota = limits(GiB, 2 * GiB, 3, 4);
+    quota.inodesTimeToForce = QDateTime::fromSecsSinceEpoch(second);
+    UserData record = account({{device, quota}});
+    widget.afterSuccessfulRead(&element, &record);
+
+    auto *edit = find<QDateTimeEdit>(widget, "_inodesDateTimeEdit");
+    edit->setCurrentSection(section);
+    edit->stepBy(steps);
+    QVERIFY(widget.isContentChanged());
+    const QDateTime back = exported(widget, device).inodesTimeToForce;
+    QVERIFY2(back.isValid(), "a time that runs is not to be dropped");
+    QCOMPARE(back.toSecsSinceEpoch(), edited);
+}
+
+void TestUntouchedLimits::anHourThatTheClockLeavesOutIsRefused()
+{
+    RecordingModule module;
+    EditedElement element(QStringLiteral("QuotaUserElement"), &module);
+    UserWidget widget(&module, &everybodyMay);
+    widget.setElement(&element);
+    widget.show();
+    widget.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&widget));
+    const QString device = QStringLiteral("/dev/a");
+    const qint64 second = beginOfSummerTime() - 1795; // 01:30:05
+    DeviceQuota quota = limits(GiB, 2 * GiB, 3, 4);
+    quota.inodesTimeToForce = QDateTime::fromSecsSinceEpoch(second);
+    UserData record = account({{device, quota}});
+    widget.afterSuccessfulRead(&element, &record);
+
+    auto *edit = find<QDateTimeEdit>(widget, "_inodesDateTimeEdit");
+    edit->setFocus();
+    edit->setSelectedSection(QDateTimeEdit::HourSection);
+    QTest::keyClicks(edit, QStringLiteral("02"));
+    QCOMPARE(edit->text(), QStringLiteral("28.03.2027 02:30"));
+    QVERIFY(!widget.isContentValid());
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(edit->text(), QStringLiteral("28.03.2027 01:30"));
+    QVERIFY(widget.isContentValid());
+    QCOMPARE(exported(widget, device).inodesTimeToForce.toSecsSinceEpoch(), second);
 }
 
 QTEST_MAIN(TestUntouchedLimits)
