@@ -27,20 +27,38 @@ ListColumns::ListColumns(QTreeView *view, const QString &listName)
     _fitTimer.setInterval(0);
     QObject::connect(view->model(), &QAbstractItemModel::rowsInserted, &_fitTimer, qOverload<>(&QTimer::start));
     QObject::connect(&_fitTimer, &QTimer::timeout, &_fitTimer, [this] { fit(); });
+    // A list without an element has no columns: what is known of them must not go with them.
+    QObject::connect(view->model(), &QAbstractItemModel::modelAboutToBeReset, &_fitTimer, [this] { remember(); });
+    QObject::connect(view->model(), &QAbstractItemModel::modelReset, &_fitTimer, [this] { restore(); });
 }
 
 ListColumns::~ListColumns()
 {
-    if (_isLoaded)
-        QSettings().setValue(_key, _view->header()->saveState());
+    remember();
+    if (!_columns.isEmpty())
+        QSettings().setValue(_key, _columns);
 }
 
 void ListColumns::load()
 {
     if (std::exchange(_isLoaded, true))
         return;
-    _isFitted = _view->header()->restoreState(QSettings().value(_key).toByteArray());
+    _columns = QSettings().value(_key).toByteArray();
+    restore();
     _fitTimer.start();
+}
+
+/// Columns that never had anything in them are as wide as any: they are not worth keeping.
+void ListColumns::remember()
+{
+    if (_isFitted && _view->header()->count() > 0)
+        _columns = _view->header()->saveState();
+}
+
+void ListColumns::restore()
+{
+    if (_isLoaded && !_columns.isEmpty() && _view->header()->count() > 0)
+        _isFitted = _view->header()->restoreState(_columns);
 }
 
 void ListColumns::fit()

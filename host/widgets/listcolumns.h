@@ -5,6 +5,7 @@
 
 #include <kraglobal.h>
 
+#include <QByteArray>
 #include <QString>
 #include <QTimer>
 
@@ -27,11 +28,14 @@ public:
     void load();
 
 private:
+    void remember();
+    void restore();
     void fit();
 
     QTreeView *_view;
     QString _key;
     QTimer _fitTimer;
+    QByteArray _columns; // as the header last said them while it had any
     bool _isLoaded = false;
     bool _isFitted = false; // to what is in them, unless the administrator has said otherwise
 };

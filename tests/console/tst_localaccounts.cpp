@@ -12,7 +12,9 @@
 #include <treenodemodel.h>
 
 #include <QAbstractItemModelTester>
+#include <QHeaderView>
 #include <QLabel>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTreeView>
 #include <QtTest>
@@ -40,13 +42,18 @@ private Q_SLOTS:
     void systemAccountIsToldByItsId();
     void cellsSortByValue();
     void listNarrows();
+    void columnsSurviveARestart_data();
+    void columnsSurviveARestart();
     void doubleClickAsksForThePage();
     void pageShowsTheAccount();
     void goneAccountIsSaid();
     void manyAccountsAreListed();
 
 private:
+    void start();
+    void close();
     Element *child(const char *type) const;
+    ListElementWidget *showList(const char *type);
     Element *readList(const char *type);
     static Element *named(const Element *container, const QString &title);
 
@@ -60,10 +67,20 @@ void LocalAccountsTest::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
     QCoreApplication::setOrganizationName(QStringLiteral("kra-test"));
     QCoreApplication::setApplicationName(QStringLiteral("tst_localaccounts"));
-    QSettings().clear();
 }
 
 void LocalAccountsTest::init()
+{
+    QSettings().clear();
+    start();
+}
+
+void LocalAccountsTest::cleanup()
+{
+    close();
+}
+
+void LocalAccountsTest::start()
 {
     _owner = std::make_unique<QObject>();
     _tree = std::make_unique<ModuleTree>();
@@ -75,7 +92,8 @@ void LocalAccountsTest::init()
     QVERIFY(_computer);
 }
 
-void LocalAccountsTest::cleanup()
+/// Elements go before their editors, as when the console ends.
+void LocalAccountsTest::close()
 {
     QTRY_VERIFY(!TaskObserver::instance()->isBusy());
     _tree.reset();
@@ -98,6 +116,17 @@ Element *LocalAccountsTest::readList(const char *type)
     if (!QTest::qWaitFor([] { return !TaskObserver::instance()->isBusy(); }))
         qFatal("the list was not read");
     return list;
+}
+
+ListElementWidget *LocalAccountsTest::showList(const char *type)
+{
+    Element *list = readList(type);
+    auto *editor = dynamic_cast<ListElementWidget *>(list->elementWidget(ElementEditor::MainRole));
+    editor->setElement(list);
+    editor->show();
+    if (!QTest::qWaitForWindowExposed(editor))
+        qFatal("the list was not shown");
+    return editor;
 }
 
 Element *LocalAccountsTest::named(const Element *container, const QString &title)
@@ -280,6 +309,41 @@ void LocalAccountsTest::listNarrows()
     QTRY_VERIFY(rows->rowCount() >= 1 && rows->rowCount() < list->childNodes().size());
     editor->setFilterText({});
     QTRY_COMPARE(rows->rowCount(), list->childNodes().size());
+}
+
+void LocalAccountsTest::columnsSurviveARestart_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::newRow("users") << QStringLiteral("LocalUsers");
+    QTest::newRow("groups") << QStringLiteral("LocalGroups");
+}
+
+void LocalAccountsTest::columnsSurviveARestart()
+{
+    QFETCH(QString, type);
+    ListElementWidget *editor = showList(qPrintable(type));
+    Element *list = editor->element();
+    const auto header = [&editor] { return editor->findChild<QTreeView *>()->header(); };
+    const int unfitted = header()->defaultSectionSize();
+    QTRY_VERIFY(header()->sectionSize(1) != unfitted);
+    header()->moveSection(3, 1);
+    header()->resizeSection(2, 234);
+    editor->findChild<QTreeView *>()->sortByColumn(1, Qt::DescendingOrder);
+    const auto isAsLeft = [&header] {
+        QCOMPARE(header()->visualIndex(3), 1);
+        QCOMPARE(header()->sectionSize(2), 234);
+        QCOMPARE(header()->sortIndicatorSection(), 1);
+        QCOMPARE(header()->sortIndicatorOrder(), Qt::DescendingOrder);
+    };
+    editor->setElement(nullptr); // as when another page is shown instead of a changed one
+    editor->setElement(list);
+    isAsLeft();
+    for (int restart = 0; restart < 2; ++restart) {
+        close();
+        start();
+        editor = showList(qPrintable(type));
+        isAsLeft();
+    }
 }
 
 void LocalAccountsTest::doubleClickAsksForThePage()
