@@ -51,6 +51,8 @@ int AbstractContainerElement::columnCount() const
 
 QVariant AbstractContainerElement::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && AccountColumn::isNumber(section))
+        return numberAlignment();
     const QString name = orientation == Qt::Horizontal && role == Qt::DisplayRole ? columnName(section) : QString();
     return name.isEmpty() ? ContainerElement::headerData(section, orientation, role) : name;
 }

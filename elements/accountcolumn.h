@@ -23,4 +23,22 @@ struct AccountColumn
         InodesTimeToForce,
         Count,
     };
+
+    /// Whether the values behind the column's cells are numbers.
+    static bool isNumber(int column)
+    {
+        switch (column) {
+        case UsedBlocks:
+        case SoftBlockLimit:
+        case HardBlockLimit:
+        case BlockGracePeriod:
+        case UsedInodes:
+        case SoftInodeLimit:
+        case HardInodeLimit:
+        case InodeGracePeriod:
+            return true;
+        default:
+            return false;
+        }
+    }
 };

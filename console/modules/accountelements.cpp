@@ -23,23 +23,9 @@ const AccountKind &kindOf(const Element &element)
     return static_cast<const AccountModule *>(element.module())->kind();
 }
 
-QVariant alignment(const AccountProperty &property)
+bool isValueRole(int role)
 {
-    return property.kind == AccountProperty::Number ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter)) : QVariant();
-}
-
-QVariant cell(const AccountData &data, const AccountProperty &property, int role)
-{
-    switch (role) {
-    case Qt::DisplayRole:
-    case Qt::ToolTipRole:
-    case SortRole:
-        return property.value(data);
-    case Qt::TextAlignmentRole:
-        return alignment(property);
-    default:
-        return {};
-    }
+    return role == Qt::DisplayRole || role == Qt::ToolTipRole || role == SortRole;
 }
 } // namespace
 
@@ -71,7 +57,9 @@ QVariant AccountsElement::headerData(int section, Qt::Orientation orientation, i
     const bool isColumn = orientation == Qt::Horizontal && section >= 0 && section < columnCount();
     if (isColumn && (role == Qt::DisplayRole || role == Qt::TextAlignmentRole)) {
         const AccountProperty &property = kindOf(*this).properties.at(static_cast<size_t>(section));
-        return role == Qt::DisplayRole ? property.label : alignment(property);
+        if (role == Qt::DisplayRole)
+            return property.label;
+        return property.kind == AccountProperty::Number ? QVariant(numberAlignment()) : QVariant();
     }
     return ContainerElement::headerData(section, orientation, role);
 }
@@ -115,10 +103,10 @@ QIcon AccountElement::icon() const
 QVariant AccountElement::data(int column, int role) const
 {
     const std::vector<AccountProperty> &properties = kindOf(*this).properties;
-    if (column <= 0 || column >= static_cast<int>(properties.size()))
+    if (column <= 0 || column >= static_cast<int>(properties.size()) || !isValueRole(role))
         return OrdinaryElement::data(column, role);
     const auto *account = static_cast<const AccountData *>(record());
-    return account ? cell(*account, properties.at(static_cast<size_t>(column)), role) : QVariant();
+    return account ? properties.at(static_cast<size_t>(column)).value(*account) : QVariant();
 }
 
 int AccountElement::treeNodeSpecialFlags() const

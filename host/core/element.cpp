@@ -12,6 +12,23 @@
 
 #include <utility>
 
+namespace
+{
+bool isNumber(const QVariant &value)
+{
+    switch (static_cast<QMetaType::Type>(value.userType())) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace
+
 Element::Element(QString type, QString parentType, QString title, Module *module, AccessCheck access, Place place)
     : _type(std::move(type))
     , _parentType(std::move(parentType))
@@ -83,6 +100,8 @@ ElementEditor *Element::elementWidget(int role) const
 
 QVariant Element::data(int column, int role) const
 {
+    if (role == Qt::TextAlignmentRole)
+        return isNumber(data(column, SortRole)) ? QVariant(numberAlignment()) : QVariant();
     if (column != 0)
         return {};
     switch (role) {
@@ -98,6 +117,11 @@ QVariant Element::data(int column, int role) const
     default:
         return {};
     }
+}
+
+int Element::numberAlignment()
+{
+    return Qt::AlignRight | Qt::AlignVCenter;
 }
 
 QVariant Element::headerData(int section, Qt::Orientation orientation, int role) const

@@ -60,10 +60,13 @@ public:
     /// inserted for this type of element, whether or not it shows this element now. Null when there is none.
     virtual ElementEditor *elementWidget(int role) const;
 
-    /// Column 0 shows the title and the icon; every other cell is empty.
+    /// Column 0 shows the title and the icon; every other cell is empty. A cell with a number behind it (SortRole) is
+    /// aligned as numbers are.
     QVariant data(int column, int role) const override;
     /// Section 0 is the title's.
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// How numbers are aligned in lists: so that their digits stand below each other. Their headers are to agree.
+    static int numberAlignment();
 
     /// Texts of the display variants that the children can be narrowed to; empty for none.
     virtual QStringList displayChildrenVariants() const;

@@ -291,6 +291,10 @@ void LocalAccountsTest::cellsSortByValue()
         const QVariant id = node->data(1, SortRole);
         QCOMPARE(id.type(), QVariant::UInt);
         QCOMPARE(id, node->data(1, Qt::DisplayRole));
+        for (int column = 0; column < list->columnCount(); ++column)
+            QCOMPARE(node->data(column, Qt::TextAlignmentRole),
+                     list->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole));
+        QCOMPARE(node->data(1, Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
         const QVariant fullName = node->data(3, SortRole);
         QVERIFY2(!fullName.isValid() || !fullName.toString().isEmpty(), "an empty cell has no value");
     }

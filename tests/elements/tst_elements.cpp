@@ -264,6 +264,7 @@ void TestElements::cells()
     QFETCH(QVariant, shown);
     QFETCH(QVariant, value);
 
+    const UsersElement users(&_module, &everybodyMay);
     UserElement user(QStringLiteral("anna"), &_module, &everybodyMay);
     user.setRecord(userRecord(1000));
     user.setDeviceForData(device);
@@ -281,6 +282,10 @@ void TestElements::cells()
             QCOMPARE(element->data(column, role).userType(), shown.userType());
         }
         QCOMPARE(element->data(column, SortRole), value);
+        const bool isNumber = value.type() == QVariant::ULongLong || value.type() == QVariant::LongLong;
+        const QVariant alignment = isNumber ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter)) : QVariant();
+        QCOMPARE(element->data(column, Qt::TextAlignmentRole), alignment);
+        QCOMPARE(users.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole), alignment);
         QCOMPARE(element->data(column, Qt::ForegroundRole), QVariant());
     }
 }
