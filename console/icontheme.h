@@ -3,6 +3,7 @@
 
 #pragma once
 
-/// Makes the console's own icons answer for every name that the machine's icon theme does not have.
+/// Makes the console's own icons answer for every name that the machine's icon theme does not have, and lets the style
+/// draw icons so that they are seen in a selection.
 /// Icons that were looked up before do not change.
 void installIconTheme();

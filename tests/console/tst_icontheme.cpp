@@ -9,6 +9,8 @@
 #include <QPixmap>
 #include <QtTest>
 
+#include <cmath>
+
 /// Every icon that the console and its plug-ins name is there, without any theme of the machine.
 class IconThemeTest : public QObject
 {
@@ -18,6 +20,8 @@ private Q_SLOTS:
     void initTestCase();
     void namedIconIsThere_data();
     void namedIconIsThere();
+    void namedIconIsSeenInASelection_data() { namedIconIsThere_data(); }
+    void namedIconIsSeenInASelection();
     void everyIconOfTheThemeIsListed();
 
 private:
@@ -85,6 +89,32 @@ void IconThemeTest::namedIconIsThere()
                 drawn += qAlpha(image.pixel(x, y)) > 128 ? 1 : 0;
         QVERIFY2(drawn > extent * extent / 16, "hardly anything is drawn");
     }
+}
+
+void IconThemeTest::namedIconIsSeenInASelection()
+{
+    QFETCH(QString, name);
+    const auto luminance = [](const QColor &colour) {
+        const auto linear = [](double part) { return std::pow(part, 2.2); };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+    };
+    const double selection = luminance(QGuiApplication::palette().color(QPalette::Active, QPalette::Highlight));
+    const QImage image = QIcon::fromTheme(name).pixmap(16, 16, QIcon::Selected).toImage();
+    double sum = 0;
+    int drawn = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor colour = image.pixelColor(x, y);
+            if (colour.alpha() <= 128)
+                continue;
+            const double other = luminance(colour);
+            sum += (std::max(other, selection) + 0.05) / (std::min(other, selection) + 0.05);
+            ++drawn;
+        }
+    }
+    QVERIFY(drawn > 0);
+    constexpr double leastContrast = 1.8;
+    QVERIFY2(sum / drawn > leastContrast, qPrintable(QString::number(sum / drawn)));
 }
 
 void IconThemeTest::everyIconOfTheThemeIsListed()
