@@ -34,7 +34,7 @@ constexpr char geometryKey[] = "window/geometry";
 constexpr char stateKey[] = "window/state";
 constexpr char splitterKey[] = "window/splitter";
 
-constexpr int defaultTreeCharacters = 34;
+constexpr int defaultTreeCharacters = 42;
 constexpr int defaultTaskLines = 9;
 
 /// Gives the focus to the first widget of a part of the window that takes it. False when none does.
