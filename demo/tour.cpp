@@ -62,10 +62,10 @@ private:
     {
         const QString quotas = QStringLiteral("Quota management");
         const QString users = QStringLiteral("Users");
-        return openAndKeep({quotas, users}, QStringLiteral("quota-users")) &&
+        return openAndKeep({quotas, QStringLiteral("Notifications")}, QStringLiteral("notifications")) &&
+               openAndKeep({quotas, users}, QStringLiteral("quota-users")) &&
                openAndKeep({quotas, users, QStringLiteral("ben")}, QStringLiteral("quota-user")) &&
-               openAndKeep({quotas, QStringLiteral("Groups")}, QStringLiteral("quota-groups")) &&
-               openAndKeep({quotas, QStringLiteral("Notifications")}, QStringLiteral("notifications"));
+               openAndKeep({quotas, QStringLiteral("Groups")}, QStringLiteral("quota-groups"));
     }
 
     bool seeAccounts()
