@@ -27,6 +27,7 @@
 #include <QSettings>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -143,6 +144,13 @@ void MainWindow::connectParts()
     connect(_navigation, &NavigationPane::menuRequested, this, &MainWindow::showMenu);
     connect(_pages, &ElementPages::currentElementChanged, this, &MainWindow::followPage);
     connect(_pages, &ElementPages::actionsChanged, this, &MainWindow::updateActions);
+    connect(
+        _pages, &ElementPages::answered, this,
+        [this](bool stays) {
+            if (std::exchange(_closesWhenAnswered, false) && !stays)
+                close();
+        },
+        Qt::QueuedConnection); // after what the question was about
     connect(_pluginsNotice, &NoticeBar::buttonClicked, this, &MainWindow::showPlugins);
     connect(_closingNotice, &NoticeBar::buttonClicked, this, [this] {
         _isClosing = false;
@@ -282,6 +290,11 @@ void MainWindow::showAbout()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (_pages->isAsking()) { // and the session ends, say: the answer goes for that as well
+        _closesWhenAnswered = true;
+        event->ignore();
+        return;
+    }
     const bool stays = !_pages->mayLeave();
     if (!stays && !TaskObserver::instance()->isChangingMachine()) {
         saveLayout();

@@ -70,5 +70,6 @@ private:
     NoticeBar *_pluginsNotice;
     NoticeBar *_closingNotice;
     NodePointer<Element> _contextElement; // that a list's menu is about
-    bool _isClosing = false;              // as soon as what changes the machine has ended
+    bool _closesWhenAnswered = false;
+    bool _isClosing = false; // as soon as what changes the machine has ended
 };

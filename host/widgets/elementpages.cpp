@@ -215,6 +215,7 @@ ChangesAnswer ElementPages::Private::ask()
     const ChangesAnswer answer = askAboutChanges(q, current.element()->title());
     isAsking = false;
     current.setHeld(false);
+    Q_EMIT q->answered(answer == ChangesAnswer::Stay);
     return answer;
 }
 
@@ -333,16 +334,15 @@ bool ElementPages::mayLeave()
         return false;
     if (d->changedEditors().empty())
         return true;
-    switch (d->ask()) {
-    case ChangesAnswer::Apply:
-        return d->applyAll();
-    case ChangesAnswer::Discard:
+    const ChangesAnswer answer = d->ask();
+    if (answer == ChangesAnswer::Discard)
         revert();
-        return true;
-    case ChangesAnswer::Stay:
-        break;
-    }
-    return false;
+    return answer == ChangesAnswer::Discard || (answer == ChangesAnswer::Apply && d->applyAll());
+}
+
+bool ElementPages::isAsking() const
+{
+    return d->isAsking;
 }
 
 bool ElementPages::canApply() const

@@ -40,6 +40,9 @@ public:
     /// discarded, the page is read again.
     bool mayLeave();
 
+    /// Whether that question stands. Until it is answered nothing can be left, and nobody is asked again.
+    bool isAsking() const;
+
     /// Whether there are changes to apply or to revert.
     bool canApply() const;
     bool canRefresh() const;
@@ -51,6 +54,8 @@ public:
 Q_SIGNALS:
     /// Another element became current, for whatever reason; null for none. A view of the tree follows it.
     void currentElementChanged(Element *element);
+    /// The question about changes was answered: whether the administrator stays. What was asked for follows it.
+    void answered(bool stays);
     /// What apply(), revert() and refresh() would do changed.
     void actionsChanged();
 

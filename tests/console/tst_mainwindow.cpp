@@ -58,6 +58,8 @@ private Q_SLOTS:
     void menuOffersWhatIsPossible();
     void runningTaskIsSeen();
     void closingAsksForChanges();
+    void closingWhileAQuestionStandsFollowsItsAnswer_data();
+    void closingWhileAQuestionStandsFollowsItsAnswer();
     void closingWaitsForAWrite();
     void closingCanBeTakenBack();
     void stayingEndsTheClosingThoughAWriteRuns();
@@ -439,6 +441,44 @@ void MainWindowTest::closingAsksForChanges()
     _window->close();
     QTRY_VERIFY(!_window->isVisible());
     QCOMPARE(_fake->stored, QStringLiteral("precious"));
+}
+
+void MainWindowTest::closingWhileAQuestionStandsFollowsItsAnswer_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<bool>("closes");
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("apply") << int(QMessageBox::Save) << true << QStringLiteral("precious");
+    QTest::newRow("discard") << int(QMessageBox::Discard) << true << QStringLiteral("as read");
+    QTest::newRow("stay") << int(QMessageBox::Cancel) << false << QStringLiteral("as read");
+}
+
+void MainWindowTest::closingWhileAQuestionStandsFollowsItsAnswer()
+{
+    QFETCH(int, button);
+    QFETCH(bool, closes);
+    QFETCH(QString, stored);
+    clickAndWait(_fake->form());
+    typeChange(QStringLiteral("precious"));
+    int asked = 0;
+    QTimer closing;
+    connect(&closing, &QTimer::timeout, this, [&] {
+        if (!_pages->isAsking())
+            return;
+        closing.stop();
+        _window->close(); // as a signal does
+        QVERIFY(_window->isVisible());
+        answer(static_cast<QMessageBox::StandardButton>(button), &asked);
+    });
+    closing.start(1);
+    click(computer()); // which asks
+    QTRY_COMPARE(asked, 1);
+    QTRY_COMPARE(_window->isVisible(), !closes);
+    waitForTasks();
+    QCOMPARE(asked, 1);
+    QCOMPARE(_fake->stored, stored);
+    if (!closes)
+        QCOMPARE(_fake->line()->text(), QStringLiteral("precious"));
 }
 
 void MainWindowTest::closingWaitsForAWrite()
