@@ -32,8 +32,10 @@ ListBar::ListBar(QWidget *parent)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 
     connect(_search, &SearchField::searched, this, [this](const QString &text) {
-        if (_list)
-            _list->setFilterText(text);
+        if (!_list)
+            return;
+        _searches.insert(_list, text);
+        _list->setFilterText(text);
     });
     connect(_search, &SearchField::leftDownwards, this, [this] {
         if (_list)
@@ -48,11 +50,18 @@ ListBar::ListBar(QWidget *parent)
 void ListBar::setList(ListElementWidget *list)
 {
     if (list != _list) {
-        _search->clear(); // and with it the filter of the list that is left
+        if (list)
+            connect(list, &QObject::destroyed, this, &ListBar::forget, Qt::UniqueConnection);
         _list = list;
+        _search->resume(_searches.value(list));
     }
     _element = list ? list->element() : nullptr;
     updateVariants();
+}
+
+void ListBar::forget(QObject *list)
+{
+    _searches.remove(list);
 }
 
 void ListBar::updateVariants()

@@ -5,6 +5,7 @@
 
 #include <element.h>
 
+#include <QHash>
 #include <QPointer>
 #include <QWidget>
 
@@ -20,16 +21,19 @@ class ListBar : public QWidget
 public:
     explicit ListBar(QWidget *parent = nullptr);
 
-    /// The list of the page in front; null for a page that is none. A list that is left shows all its rows again.
+    /// The list of the page in front; null for a page that is none. Whoever comes back to a list finds the search in it
+    /// as it was left.
     void setList(ListElementWidget *list);
 
     SearchField *searchField() const { return _search; }
 
 private:
+    void forget(QObject *list);
     void updateVariants();
 
     QPointer<ListElementWidget> _list;
     NodePointer<Element> _element;
+    QHash<const QObject *, QString> _searches; // by the list that they narrow
     SearchField *_search;
     QComboBox *_variants;
 };

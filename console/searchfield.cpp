@@ -29,6 +29,13 @@ SearchField::SearchField(QWidget *parent)
     connect(this, &QLineEdit::returnPressed, this, &SearchField::announce);
 }
 
+void SearchField::resume(const QString &text)
+{
+    _announced = text; // and so nobody is told
+    setText(text);
+    _pause.stop();
+}
+
 void SearchField::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape && !text().isEmpty()) {

@@ -15,6 +15,9 @@ class SearchField : public QLineEdit
 public:
     explicit SearchField(QWidget *parent = nullptr);
 
+    /// Shows a search that is made already; nothing is announced.
+    void resume(const QString &text);
+
 Q_SIGNALS:
     void searched(const QString &text);
     /// The arrow key into what was found.

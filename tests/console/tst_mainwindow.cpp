@@ -247,8 +247,17 @@ void MainWindowTest::searchNarrowsTheList()
     QTest::keyClicks(field, QStringLiteral("alp"));
     QTRY_COMPARE(_fake->listFilter, QStringLiteral("alp"));
     clickAndWait(computer());
-    QCOMPARE(_fake->listFilter, QString());
     QTRY_VERIFY(!field->isVisible());
+    clickAndWait(_fake->list()); // as it was left
+    QTRY_VERIFY(field->isVisible());
+    QCOMPARE(field->text(), QStringLiteral("alp"));
+    QCOMPARE(_fake->listFilter, QStringLiteral("alp"));
+    clickAndWait(child("LocalUsers"));
+    QCOMPARE(field->text(), QString());
+    QCOMPARE(_fake->listFilter, QStringLiteral("alp"));
+    clickAndWait(_fake->list());
+    field->clear();
+    QTRY_COMPARE(_fake->listFilter, QString());
 }
 
 void MainWindowTest::variantNarrowsTheList()
