@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "editedelement.h"
+#include "limitform.h"
 #include "madeupaccounts.h"
 
 #include <userwidget.h>
@@ -16,6 +17,7 @@
 
 #include <ctime>
 
+using namespace LimitForm;
 using namespace MadeUpAccounts;
 
 /// What nobody touched goes back to the byte and to the second, whatever the form can show of it.
@@ -41,17 +43,8 @@ struct Field
 {
     const char *name;
     QString (*inRecord)(const DeviceQuota &quota);
-    void (*edit)(UserWidget &widget, QRandomGenerator &random);
+    void (*edit)(const QWidget &form, QRandomGenerator &random);
 };
-
-template<typename Widget>
-Widget *find(const UserWidget &widget, const char *name)
-{
-    auto *found = widget.findChild<Widget *>(QString::fromLatin1(name));
-    if (!found)
-        qFatal("The form has no %s", name);
-    return found;
-}
 
 QString sizeText(const MemorySize &size)
 {
@@ -63,54 +56,17 @@ QString momentText(const QDateTime &moment)
     return moment.isValid() ? QString::number(moment.toMSecsSinceEpoch()) : QStringLiteral("none");
 }
 
-void editSize(const UserWidget &widget, QRandomGenerator &random, const char *check, const char *number,
-              const char *unit)
-{
-    find<QCheckBox>(widget, check)->setChecked(true);
-    find<QComboBox>(widget, unit)->setCurrentIndex(random.bounded(4));
-    auto *box = find<QDoubleSpinBox>(widget, number);
-    const double before = box->value();
-    while (box->value() == before)
-        box->setValue(random.bounded(box->maximum()));
-}
-
-void editCount(const UserWidget &widget, QRandomGenerator &random, const char *check, const char *number)
-{
-    find<QCheckBox>(widget, check)->setChecked(true);
-    auto *box = find<QSpinBox>(widget, number);
-    box->setValue(box->value() == 77 ? 78 : 77 + random.bounded(2) * 10);
-}
-
-void editMoment(const UserWidget &widget, const char *name)
-{
-    auto *edit = find<QDateTimeEdit>(widget, name);
-    if (edit->isEnabled())
-        edit->setDateTime(edit->dateTime().addDays(3));
-}
-
 const Field fields[] = {
-    {"soft blocks", [](const DeviceQuota &quota) { return sizeText(quota.softBlockLimit); },
-     [](UserWidget &widget, QRandomGenerator &random) {
-         editSize(widget, random, "_softLimitBlocksCheckBox", "_softLimitBlocksDoubleSpinBox",
-                  "_softLimitDimensionComboBox");
-     }},
-    {"hard blocks", [](const DeviceQuota &quota) { return sizeText(quota.hardBlockLimit); },
-     [](UserWidget &widget, QRandomGenerator &random) {
-         editSize(widget, random, "_hardLimitBlocksCheckBox", "_hardLimitBlocksDoubleSpinBox",
-                  "_hardLimitDimensionComboBox");
-     }},
+    {"soft blocks", [](const DeviceQuota &quota) { return sizeText(quota.softBlockLimit); }, &editSize<SoftBlocks>},
+    {"hard blocks", [](const DeviceQuota &quota) { return sizeText(quota.hardBlockLimit); }, &editSize<HardBlocks>},
     {"soft files", [](const DeviceQuota &quota) { return QString::number(quota.softInodeLimit); },
-     [](UserWidget &widget, QRandomGenerator &random) {
-         editCount(widget, random, "_softLimitInodesCheckBox", "_softLimitInodesSpinBox");
-     }},
+     &editCount<SoftInodes>},
     {"hard files", [](const DeviceQuota &quota) { return QString::number(quota.hardInodeLimit); },
-     [](UserWidget &widget, QRandomGenerator &random) {
-         editCount(widget, random, "_hardLimitInodesCheckBox", "_hardLimitInodesSpinBox");
-     }},
+     &editCount<HardInodes>},
     {"blocks time", [](const DeviceQuota &quota) { return momentText(quota.blocksTimeToForce); },
-     [](UserWidget &widget, QRandomGenerator & /*random*/) { editMoment(widget, "_blocksDateTimeEdit"); }},
+     &editMoment<BlocksTime>},
     {"files time", [](const DeviceQuota &quota) { return momentText(quota.inodesTimeToForce); },
-     [](UserWidget &widget, QRandomGenerator & /*random*/) { editMoment(widget, "_inodesDateTimeEdit"); }},
+     &editMoment<InodesTime>},
 };
 
 /// Of every order of magnitude, whole blocks as the kernel counts them; often none.
