@@ -3,14 +3,10 @@
 
 #include "icontheme.h"
 
-#include "selectedicons.h"
-
-#include <QApplication>
 #include <QIcon>
 
 void installIconTheme()
 {
     Q_INIT_RESOURCE(icons); // of a static library, which the linker would leave out
     QIcon::setFallbackThemeName(QStringLiteral("kra"));
-    QApplication::setStyle(new SelectedIcons); // the application owns it
 }

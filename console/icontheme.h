@@ -3,7 +3,6 @@
 
 #pragma once
 
-/// Makes the console's own icons answer for every name that the machine's icon theme does not have, and lets the style
-/// draw icons so that they are seen in a selection.
+/// Makes the console's own icons answer for every name that the machine's icon theme does not have.
 /// Icons that were looked up before do not change.
 void installIconTheme();

@@ -4,10 +4,11 @@
 #include "session.h"
 
 #include "accountmodule.h"
+#include "consolestyle.h"
 #include "icontheme.h"
 #include "localcomputermodule.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QSettings>
 
@@ -21,7 +22,8 @@ QString alwaysKey()
 
 Session::Session()
 {
-    installIconTheme(); // before the elements, which look their icons up
+    QApplication::setStyle(new ConsoleStyle); // which the application owns
+    installIconTheme();                       // before the elements, which look their icons up
     _tree.addModule(new LocalComputerModule(&_ownModules));
     _tree.addModule(new AccountModule(localUserKind(), &_ownModules));
     _tree.addModule(new AccountModule(localGroupKind(), &_ownModules));
@@ -37,7 +39,7 @@ void Session::loadPlugins(const QStringList &folders)
 
 QString Session::pluginFolder()
 {
-    const QDir beside(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/kra/plugins"));
+    const QDir beside(QApplication::applicationDirPath() + QStringLiteral("/../lib/kra/plugins"));
     return beside.exists() ? beside.canonicalPath() : QStringLiteral(KRA_PLUGIN_INSTALL_DIR);
 }
 

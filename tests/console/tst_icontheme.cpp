@@ -1,12 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <consolestyle.h>
 #include <icontheme.h>
 
 #include <QDirIterator>
+#include <QHeaderView>
 #include <QIcon>
 #include <QImage>
 #include <QPixmap>
+#include <QTreeView>
 #include <QtTest>
 
 #include <cmath>
@@ -23,6 +26,7 @@ private Q_SLOTS:
     void namedIconIsSeenInASelection_data() { namedIconIsThere_data(); }
     void namedIconIsSeenInASelection();
     void everyIconOfTheThemeIsListed();
+    void columnsAreSetApart();
 
 private:
     static QStringList namedInSources();
@@ -32,6 +36,7 @@ void IconThemeTest::initTestCase()
 {
     QIcon::setThemeName(QStringLiteral("no-such-theme"));
     installIconTheme();
+    QApplication::setStyle(new ConsoleStyle);
 }
 
 /// What the sources beside this test ask a theme for: QIcon::fromTheme(…), forms, and names handed on as texts.
@@ -122,6 +127,17 @@ void IconThemeTest::everyIconOfTheThemeIsListed()
     const QDir drawn(QStringLiteral(KRA_SOURCE_DIR "/console/icons/kra/scalable"));
     const QDir listed(QStringLiteral(":/icons/kra/scalable"));
     QCOMPARE(listed.entryList(), drawn.entryList(QDir::Files));
+}
+
+void IconThemeTest::columnsAreSetApart()
+{
+    const QTreeView list;
+    const QWidget other;
+    const auto metric = [](QStyle::PixelMetric which, const QWidget &widget) {
+        return QApplication::style()->pixelMetric(which, nullptr, &widget);
+    };
+    QVERIFY(metric(QStyle::PM_FocusFrameHMargin, list) > metric(QStyle::PM_FocusFrameHMargin, other));
+    QVERIFY(metric(QStyle::PM_HeaderMargin, *list.header()) > metric(QStyle::PM_HeaderMargin, other));
 }
 
 QTEST_MAIN(IconThemeTest)
