@@ -85,17 +85,18 @@ QList<CronJob> CrontabReader::readJobs(const QString &path)
     return jobs;
 }
 
-bool CrontabReader::writeJobs(const QString &path, const QList<CronJob> &jobs)
+bool CrontabReader::writeJobs(const QString &path, const QList<CronJob> &jobs, QString *reason)
 {
     QStringList lines = headLines();
     for (const CronJob &job : jobs)
         lines.append(formatJob(job));
     const QString text = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
-    if (!replaceFile(path, text.toUtf8(), FileRights::RootWritable).succeeded()) {
+    const FileReplacement written = replaceFile(path, text.toUtf8(), FileRights::RootWritable);
+    if (reason)
+        *reason = written.reason;
+    if (!written.succeeded())
         Q_EMIT error(tr("Can'n create %1 file").arg(path));
-        return false;
-    }
-    return true;
+    return written.succeeded();
 }
 
 bool CrontabReader::addJobs(const QString &path, const QList<CronJob> &jobs)

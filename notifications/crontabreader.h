@@ -33,8 +33,9 @@ public:
 
     /// The jobs of a table, in its order; none when it cannot be read.
     QList<CronJob> readJobs(const QString &path);
-    /// Replaces the table, as a file that cron accepts. False when that cannot be done; then the old one stays.
-    bool writeJobs(const QString &path, const QList<CronJob> &jobs);
+    /// Replaces the table, as a file that cron accepts. False when that cannot be done, with the system's reason; then
+    /// the old one stays.
+    bool writeJobs(const QString &path, const QList<CronJob> &jobs, QString *reason = nullptr);
     /// Appends the jobs that the table does not hold yet. A table that is missing counts as an empty one.
     bool addJobs(const QString &path, const QList<CronJob> &jobs);
     /// Takes the jobs out that the table does *not* hold, which leaves all of its own: what this does is to write the

@@ -19,6 +19,11 @@ QString cronFile()
 {
     return QStringLiteral("/etc/cron.d/warnquota");
 }
+
+QString reasonText(const QString &path, const QString &reason)
+{
+    return QStringLiteral("%1: %2").arg(path, reason);
+}
 } // namespace
 
 std::unique_ptr<NotificationsData> NotificationsManager::read()
@@ -68,7 +73,11 @@ bool NotificationsManager::writeCronJobs(const QList<WarnquotaJob> &jobs)
     QList<CronJob> cronJobs;
     for (const WarnquotaJob &job : jobs)
         cronJobs.append(WarnquotaCommand::build(job));
-    return reader.writeJobs(cronFile(), cronJobs);
+    QString reason;
+    const bool written = reader.writeJobs(cronFile(), cronJobs, &reason);
+    if (!written)
+        Q_EMIT detail(reasonText(cronFile(), reason));
+    return written;
 }
 
 QString NotificationsManager::readFile(const QString &path)
@@ -87,11 +96,12 @@ bool NotificationsManager::writeFile(const QString &path, const QString &text)
     const QByteArray old = WholeFile::read(path).value_or(QByteArray());
     if (QFileInfo::exists(path) && WholeFile::text(old) == text)
         return true;
-    if (!replaceFile(path, text.toUtf8()).succeeded()) {
+    const FileReplacement written = replaceFile(path, text.toUtf8());
+    if (!written.succeeded()) {
         Q_EMIT error(tr("Can'n create %1 file").arg(path));
-        return false;
+        Q_EMIT detail(reasonText(path, written.reason));
     }
-    return true;
+    return written.succeeded();
 }
 
 bool NotificationsManager::keepDroppedLines()

@@ -37,6 +37,7 @@ public:
 
 Q_SIGNALS:
     void error(const QString &message);
+    /// Among others, why the system did not let a file be written.
     void detail(const QString &text);
 
 private:

@@ -266,10 +266,14 @@ void TestNotificationsManager::writingGoesOnAfterAFailure()
     data.files = {{QStringLiteral("/etc/a/none"), QStringLiteral("x")}, {config, QStringLiteral("x")}};
     NotificationsManager manager;
     const QSignalSpy errors(&manager, &NotificationsManager::error);
+    const QSignalSpy details(&manager, &NotificationsManager::detail);
     manager.write(data);
     QCOMPARE(errors.size(), 2);
     QCOMPARE(errors.at(0).first().toString(), QStringLiteral("Can'n create /etc/cron.d/warnquota file"));
     QCOMPARE(errors.at(1).first().toString(), QStringLiteral("Can'n create /etc/a/none file"));
+    QCOMPARE(details.size(), 2); // what the system had against it
+    QCOMPARE(details.at(0).first().toString(), QStringLiteral("/etc/cron.d/warnquota: No such file or directory"));
+    QCOMPARE(details.at(1).first().toString(), QStringLiteral("/etc/a/none: No such file or directory"));
     QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("x"));
 }
 
