@@ -91,7 +91,7 @@ QString DeviceTable::passedOverText(const MountEntry &entry, const QString &foun
         entry.dir.startsWith(QLatin1Char('/')) ? tr("%1 on %2").arg(entry.fsName, entry.dir) : entry.fsName;
     const QString type = foundType.isEmpty() ? entry.type : foundType;
     if (type.isEmpty() || type == QLatin1String("auto") || SystemNames::isQuotaFilesystem(type))
-        return tr("%1: no such device").arg(line);
+        return tr("%1: blkid finds no such device").arg(line);
     //: %1 is a line of /etc/fstab, %2 a file system
     return tr("%1: %2, not ext2, ext3 or ext4").arg(line, type);
 }

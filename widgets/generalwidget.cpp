@@ -70,6 +70,7 @@ GeneralWidget::GeneralWidget(Module *module, AccessCheck access, QWidget *parent
     for (const GracePeriodRow &row : _graceRows)
         for (QSpinBox *spinBox : row.spinBoxes())
             _wheelGuard.guard(spinBox);
+    _ui->_missingRightsLabel->hide();
     _ui->_noDeviceLabel->hide();
     showCurrentDevice();
     showPassedOver();
@@ -257,6 +258,7 @@ void GeneralWidget::showDevices()
     showCurrentDevice();
 
     const bool hasDevices = devices->count() > 0;
+    _ui->_missingRightsLabel->setVisible(!isAccessible());
     _ui->_noDeviceLabel->setVisible(!hasDevices);
     _ui->_usersHalf->setVisible(hasDevices);
     _ui->_groupsHalf->setVisible(hasDevices);

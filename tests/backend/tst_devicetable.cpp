@@ -374,14 +374,14 @@ void TestDeviceTable::saysWhyLinesArePassedOver()
           "/dev/sdx1: UUID=\"x\" TYPE=\"xfs\"\n"
           "/dev/sds1: UUID=\"swap\" TYPE=\"swap\"\n");
     QCOMPARE(_table->passedOver(), (QStringList{
-                                       text("UUID=gone on /gone: no such device"),
-                                       text("LABEL=gone on /lost: no such device"),
+                                       text("UUID=gone on /gone: blkid finds no such device"),
+                                       text("LABEL=gone on /lost: blkid finds no such device"),
                                        text("/dev/sdx1 on /data: xfs, not ext2, ext3 or ext4"),
                                        text("UUID=swap: swap, not ext2, ext3 or ext4"),
                                        text("proc on /proc: proc, not ext2, ext3 or ext4"),
                                        text("tmpfs on /tmp: tmpfs, not ext2, ext3 or ext4"),
                                        text("server:/export on /net: nfs4, not ext2, ext3 or ext4"),
-                                       text("/dev/sdy1: no such device"),
+                                       text("/dev/sdy1: blkid finds no such device"),
                                    }));
 }
 

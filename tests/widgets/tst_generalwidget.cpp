@@ -56,6 +56,7 @@ private Q_SLOTS:
     void anUnmountedDeviceAndItsFailures();
     void factsStayReadableWhileEditingIsBlocked();
     void withoutDevicesThePageSaysWhatWasPassedOver();
+    void missingRightsAreSaid();
     void aDeviceComesBack();
     void theRebootQuestion_data();
     void theRebootQuestion();
@@ -489,6 +490,20 @@ void TestGeneralWidget::withoutDevicesThePageSaysWhatWasPassedOver()
     QVERIFY(find<QLabel>("_noDeviceLabel")->isVisible());
     QVERIFY(find<QLabel>("_passedOverLabel")->isHidden());
     QVERIFY(find<QListWidget>("_passedOverListWidget")->isHidden());
+}
+
+void TestGeneralWidget::missingRightsAreSaid()
+{
+    show(fullQuota());
+    QVERIFY(!find<QLabel>("_missingRightsLabel")->isVisible());
+    const auto nobodyMay = [](const Module & /*module*/) { return false; };
+    _widget = std::make_unique<GeneralWidget>(_module.get(), nobodyMay);
+    _widget->setElement(_element.get());
+    _widget->show();
+    const auto *label = find<QLabel>("_missingRightsLabel");
+    QVERIFY(!label->isVisible()); // nothing was read yet
+    show(fullQuota());
+    QVERIFY(label->isVisible() && label->isEnabled());
 }
 
 void TestGeneralWidget::aDeviceComesBack()
