@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "editedelement.h"
+#include "editortest.h"
 #include "madeupwarnings.h"
 
 #include <notificationswidget.h>
@@ -22,13 +22,13 @@
 using namespace MadeUpWarnings;
 
 /// What the editor of the warnings shows of a record, and what it makes of it.
-class TestNotificationsWidget : public QObject
+class TestNotificationsWidget : public QObject, private EditorTest<NotificationsWidget>
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { openEditor(QStringLiteral("QuotaNotificationsElement")); }
+    void cleanup() { closeEditor(); }
 
     void texts_data();
     void texts();
@@ -71,14 +71,6 @@ private Q_SLOTS:
     void theKeyboardReachesEverything();
 
 private:
-    template<typename Widget>
-    Widget *find(const char *name) const
-    {
-        auto *found = _widget->findChild<Widget *>(QString::fromLatin1(name));
-        if (!found)
-            qFatal("The form has no %s", name);
-        return found;
-    }
     QComboBox *tasks() const { return find<QComboBox>("_cronJobsComboBox"); }
     QRadioButton *radio(const char *mode) const
     {
@@ -97,10 +89,6 @@ private:
     void show(NotificationsData data) { _widget->afterSuccessfulRead(_element.get(), &data); }
     NotificationsData exported() const;
     QStringList exportedLines() const;
-
-    std::unique_ptr<RecordingModule> _module;
-    std::unique_ptr<Element> _element;
-    std::unique_ptr<NotificationsWidget> _widget;
 };
 
 namespace
@@ -112,24 +100,6 @@ QString cronLine(const char *schedule)
     return QString::fromLatin1(schedule) + QStringLiteral(" root warnquota -u");
 }
 } // namespace
-
-void TestNotificationsWidget::init()
-{
-    _module = std::make_unique<RecordingModule>();
-    _element = std::make_unique<EditedElement>(QStringLiteral("QuotaNotificationsElement"), _module.get());
-    _widget = std::make_unique<NotificationsWidget>(_module.get(), &everybodyMay);
-    _widget->setElement(_element.get());
-    _widget->show();
-    _widget->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(_widget.get()));
-}
-
-void TestNotificationsWidget::cleanup()
-{
-    _widget.reset();
-    _element.reset();
-    _module.reset();
-}
 
 QStringList TestNotificationsWidget::names() const
 {
@@ -378,10 +348,7 @@ void TestNotificationsWidget::withoutAUsableRecordThePageStaysBlocked()
 
 void TestNotificationsWidget::whoeverMayNotWriteMayLook()
 {
-    const auto nobodyMay = [](const Module & /*module*/) { return false; };
-    _widget = std::make_unique<NotificationsWidget>(_module.get(), nobodyMay);
-    _widget->setElement(_element.get());
-    _widget->show();
+    openEditor(&nobodyMay);
     show({cronLine("1 * * * *"), cronLine("0 8 * * 1")});
     QVERIFY(tasks()->isEnabled());
     tasks()->setCurrentText(QStringLiteral("2"));

@@ -3,11 +3,10 @@
 
 #include "editedelement.h"
 #include "madeupwarnings.h"
+#include "picture.h"
 
 #include <notificationswidget.h>
 
-#include <QApplication>
-#include <QDir>
 #include <QtTest>
 
 using namespace MadeUpWarnings;
@@ -30,11 +29,10 @@ void TestNotificationsWidgetPictures::picture_data()
     QTest::addColumn<int>("percent");
 
     const QSize usual(760, 640);
-    for (const int percent : {100, 200}) {
-        const QByteArray suffix = percent == 100 ? QByteArray() : QByteArray("-200");
+    Picture::forEachScale([&](int percent, const char *suffix) {
         const auto row = [&](const char *name, const char *schedule, bool isNoted, const QSize &size) {
             const QString line = QString::fromLatin1(schedule) + QStringLiteral(" root warnquota -u");
-            QTest::newRow(QByteArray(name + suffix).constData())
+            QTest::addRow("%s%s", name, suffix)
                 << (*schedule ? QStringList(line) : QStringList()) << isNoted << size * percent / 100 << percent;
         };
         row("monthly", "5 8 31 * *", false, usual);
@@ -44,7 +42,7 @@ void TestNotificationsWidgetPictures::picture_data()
         row("notes", "0 8 * * MON", true, usual);
         row("no-task", "", false, usual);
         row("narrow", "5 8 31 * *", true, QSize(480, 400));
-    }
+    });
 }
 
 void TestNotificationsWidgetPictures::picture()
@@ -54,11 +52,7 @@ void TestNotificationsWidgetPictures::picture()
     QFETCH(QSize, size);
     QFETCH(int, percent);
 
-    const QFont before = QApplication::font();
-    QFont font = before;
-    font.setPointSizeF(before.pointSizeF() * percent / 100);
-    QApplication::setFont(font);
-
+    const Picture::Scale scale(percent);
     RecordingModule module;
     EditedElement element(QStringLiteral("QuotaNotificationsElement"), &module);
     NotificationsWidget widget(&module, &everybodyMay);
@@ -72,15 +66,7 @@ void TestNotificationsWidgetPictures::picture()
     widget.show();
     widget.afterSuccessfulRead(&element, &data);
     QVERIFY(QTest::qWaitForWindowExposed(&widget));
-    QTest::mouseMove(&widget, QPoint(1, 1));
-    QCoreApplication::processEvents();
-
-    QVERIFY(QDir().mkpath(QStringLiteral(KRA_SCREENSHOTS)));
-    const QString file =
-        QStringLiteral(KRA_SCREENSHOTS "/notificationswidget-%1.png").arg(QLatin1String(QTest::currentDataTag()));
-    QVERIFY(widget.grab().save(file));
-    QApplication::setFont(before);
-
+    Picture::keep(widget, "notificationswidget");
     // Neither the notes nor a narrow window make the page wider than the window it is in.
     QCOMPARE(widget.size(), size);
 }

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <formwidget.h>
 #include <mainwindow.h>
 #include <sandbox.h>
 #include <session.h>
@@ -48,10 +49,7 @@ private:
     template<typename Widget>
     Widget *find(const char *name) const
     {
-        auto *found = _page->findChild<Widget *>(QString::fromLatin1(name));
-        if (!found)
-            qFatal("The page has no %s", name);
-        return found;
+        return formWidget<Widget>(*_page, name);
     }
 
     Sandbox _sandbox;

@@ -32,6 +32,11 @@ inline bool everybodyMay(const Module & /*module*/)
     return true;
 }
 
+inline bool nobodyMay(const Module & /*module*/)
+{
+    return false;
+}
+
 /// An element of any type that can be read and written.
 class EditedElement : public OrdinaryElement
 {

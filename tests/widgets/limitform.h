@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "formwidget.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -20,28 +22,13 @@ constexpr char HardInodes[] = "_hardLimitInodesSpinBox";
 constexpr char BlocksTime[] = "_blocksDateTimeEdit";
 constexpr char InodesTime[] = "_inodesDateTimeEdit";
 
-template<typename Widget>
-Widget *find(const QWidget &form, const QString &name)
-{
-    auto *found = form.findChild<Widget *>(name);
-    if (!found)
-        qFatal("The form has no %s", qPrintable(name));
-    return found;
-}
-
-template<typename Widget>
-Widget *find(const QWidget &form, const char *name)
-{
-    return find<Widget>(form, QString::fromLatin1(name));
-}
-
 /// The check box of a limit.
 inline QCheckBox *checkBoxOf(const QWidget &form, const char *limit)
 {
     QString name = QString::fromLatin1(limit);
     name.replace(QStringLiteral("DoubleSpinBox"), QStringLiteral("CheckBox"));
     name.replace(QStringLiteral("SpinBox"), QStringLiteral("CheckBox"));
-    return find<QCheckBox>(form, name);
+    return formWidget<QCheckBox>(form, name);
 }
 
 /// The unit of a limit on space.
@@ -49,7 +36,7 @@ inline QComboBox *unitOf(const QWidget &form, const char *limit)
 {
     QString name = QString::fromLatin1(limit);
     name.replace(QStringLiteral("BlocksDoubleSpinBox"), QStringLiteral("DimensionComboBox"));
-    return find<QComboBox>(form, name);
+    return formWidget<QComboBox>(form, name);
 }
 
 /// Another size, in any unit.
@@ -58,7 +45,7 @@ void editSize(const QWidget &form, QRandomGenerator &random)
 {
     checkBoxOf(form, limit)->setChecked(true);
     unitOf(form, limit)->setCurrentIndex(random.bounded(4));
-    auto *number = find<QDoubleSpinBox>(form, limit);
+    auto *number = formWidget<QDoubleSpinBox>(form, limit);
     const double before = number->value();
     while (number->value() == before)
         number->setValue(random.bounded(number->maximum()));
@@ -69,7 +56,7 @@ template<const char *limit>
 void editCount(const QWidget &form, QRandomGenerator &random)
 {
     checkBoxOf(form, limit)->setChecked(true);
-    auto *number = find<QSpinBox>(form, limit);
+    auto *number = formWidget<QSpinBox>(form, limit);
     number->setValue(number->value() == 77 ? 78 : 77 + random.bounded(2) * 10);
 }
 
@@ -77,7 +64,7 @@ void editCount(const QWidget &form, QRandomGenerator &random)
 template<const char *time>
 void editMoment(const QWidget &form, QRandomGenerator & /*random*/)
 {
-    auto *edit = find<QDateTimeEdit>(form, time);
+    auto *edit = formWidget<QDateTimeEdit>(form, time);
     if (edit->isEnabled())
         edit->setDateTime(edit->dateTime().addDays(3));
 }

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "accountlist.h"
+#include "picture.h"
 
 #include <groupwidget.h>
 #include <userswidget.h>
 #include <userwidget.h>
 
 #include <QComboBox>
-#include <QDir>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
@@ -38,40 +38,11 @@ namespace
 {
 const QString longDevice = QStringLiteral("/dev/mapper/vg--storage--fileserver--2026-lv--home--of--all--staff");
 
-/// The application's font in another size while it lives, and a file name that says so.
-class Scale
-{
-public:
-    explicit Scale(int percent)
-        : _before(QApplication::font())
-    {
-        QFont font = _before;
-        font.setPointSizeF(_before.pointSizeF() * percent / 100);
-        QApplication::setFont(font);
-    }
-    Scale(const Scale &) = delete;
-    Scale &operator=(const Scale &) = delete;
-    ~Scale() { QApplication::setFont(_before); }
-
-private:
-    QFont _before;
-};
-
 void addScaledRow(const char *name, const char *state, const QSize &size)
 {
-    for (const int percent : {100, 200})
-        QTest::addRow("%s%s", name, percent == 100 ? "" : "-200")
-            << QString::fromLatin1(state) << size * percent / 100 << percent;
-}
-
-void keepPicture(QWidget &widget, const char *of)
-{
-    QTest::mouseMove(&widget, QPoint(1, 1));
-    QCoreApplication::processEvents();
-    QVERIFY(QDir().mkpath(QStringLiteral(KRA_SCREENSHOTS)));
-    const QString file =
-        QStringLiteral(KRA_SCREENSHOTS "/%1-%2.png").arg(QLatin1String(of), QLatin1String(QTest::currentDataTag()));
-    QVERIFY(widget.grab().save(file));
+    Picture::forEachScale([&](int percent, const char *suffix) {
+        QTest::addRow("%s%s", name, suffix) << QString::fromLatin1(state) << size * percent / 100 << percent;
+    });
 }
 
 QMap<QString, DeviceQuota> quotas(const QString &state)
@@ -119,7 +90,7 @@ void TestAccountPictures::editor()
     QFETCH(QString, state);
     QFETCH(QSize, size);
     QFETCH(int, percent);
-    const Scale scale(percent);
+    const Picture::Scale scale(percent);
     RecordingModule module;
     EditedElement element(QStringLiteral("QuotaUserElement"), &module);
     auto *widget = new UserWidget(&module, &everybodyMay);
@@ -133,7 +104,7 @@ void TestAccountPictures::editor()
     UserData record = account(quotas(state));
     widget->afterSuccessfulRead(&element, &record);
     QVERIFY(QTest::qWaitForWindowExposed(&page));
-    keepPicture(page, "quotawidget");
+    Picture::keep(page, "quotawidget");
     // Neither a long device name nor a narrow window makes the page wider than the window it is in.
     QCOMPARE(page.horizontalScrollBar()->maximum(), 0);
 }
@@ -157,7 +128,7 @@ void TestAccountPictures::list()
     QFETCH(QSize, size);
     QFETCH(int, percent);
     QSettings().clear();
-    const Scale scale(percent);
+    const Picture::Scale scale(percent);
     RecordingModule module;
     UsersElement users(&module, &everybodyMay);
     UsersWidget widget(&module, &everybodyMay);
@@ -186,7 +157,7 @@ void TestAccountPictures::list()
     if (state == QLatin1String("filters"))
         widget.showHideFiltersWidget();
     QCoreApplication::processEvents();
-    keepPicture(widget, "userslist");
+    Picture::keep(widget, "userslist");
     QCOMPARE(widget.size(), size);
 }
 

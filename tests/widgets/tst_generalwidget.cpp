@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "editedelement.h"
+#include "editortest.h"
 #include "madeuprecords.h"
 
 #include <generalwidget.h>
@@ -24,13 +24,13 @@
 using namespace MadeUpRecords;
 
 /// What the general settings editor shows of a record, and what it asks.
-class TestGeneralWidget : public QObject
+class TestGeneralWidget : public QObject, private EditorTest<GeneralWidget>
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { openEditor(QStringLiteral("QuotaGeneralElement")); }
+    void cleanup() { closeEditor(); }
 
     void theFormIsAsDescribed_data();
     void theFormIsAsDescribed();
@@ -69,14 +69,6 @@ private Q_SLOTS:
     void theHalvesNeedNoSidewaysScrolling();
 
 private:
-    template<typename Widget>
-    Widget *find(const char *name) const
-    {
-        auto *found = _widget->findChild<Widget *>(QString::fromLatin1(name));
-        if (!found)
-            qFatal("The form has no %s", name);
-        return found;
-    }
     QGroupBox *box(const char *name) const { return find<QGroupBox>(name); }
     QSpinBox *spin(const char *name) const { return find<QSpinBox>(name); }
     QComboBox *devices() const { return find<QComboBox>("_filesystemsComboBox"); }
@@ -87,10 +79,6 @@ private:
     void show(const QMap<QString, DeviceSettings> &settings);
     void show(const DeviceSettings &settings) { show({{QStringLiteral("/dev/vda1"), settings}}); }
     void answer(QMessageBox::StandardButton button);
-
-    std::unique_ptr<RecordingModule> _module;
-    std::unique_ptr<Element> _element;
-    std::unique_ptr<GeneralWidget> _widget;
 };
 
 namespace
@@ -109,23 +97,6 @@ QString tip(const char *text)
     return QStringLiteral("<html><head/><body><p>%1</p></body></html>").arg(QLatin1String(text));
 }
 } // namespace
-
-void TestGeneralWidget::init()
-{
-    _module = std::make_unique<RecordingModule>();
-    _element = std::make_unique<EditedElement>(QStringLiteral("QuotaGeneralElement"), _module.get());
-    _widget = std::make_unique<GeneralWidget>(_module.get(), &everybodyMay);
-    _widget->setElement(_element.get());
-    _widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(_widget.get()));
-}
-
-void TestGeneralWidget::cleanup()
-{
-    _widget.reset();
-    _element.reset();
-    _module.reset();
-}
 
 QStringList TestGeneralWidget::texts(const char *list) const
 {
@@ -496,10 +467,7 @@ void TestGeneralWidget::missingRightsAreSaid()
 {
     show(fullQuota());
     QVERIFY(!find<QLabel>("_missingRightsLabel")->isVisible());
-    const auto nobodyMay = [](const Module & /*module*/) { return false; };
-    _widget = std::make_unique<GeneralWidget>(_module.get(), nobodyMay);
-    _widget->setElement(_element.get());
-    _widget->show();
+    openEditor(&nobodyMay);
     const auto *label = find<QLabel>("_missingRightsLabel");
     QVERIFY(!label->isVisible()); // nothing was read yet
     show(fullQuota());

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "editedelement.h"
+#include "editortest.h"
 #include "madeuprecords.h"
 
 #include <generalwidget.h>
@@ -51,13 +51,13 @@ QVector<QuotaKind> sorted(QVector<QuotaKind> kinds)
 } // namespace
 
 /// What the general settings editor hands over to be applied, and what it says before and after.
-class TestGeneralWidgetApply : public QObject
+class TestGeneralWidgetApply : public QObject, private EditorTest<GeneralWidget, WritingModule>
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { closeEditor(); }
 
     void theFormIsExported();
     void otherDevicesAreExportedAsRead();
@@ -84,14 +84,6 @@ private Q_SLOTS:
     void byTheKeyboardAlone();
 
 private:
-    template<typename Widget>
-    Widget *find(const char *name) const
-    {
-        auto *found = _widget->findChild<Widget *>(QString::fromLatin1(name));
-        if (!found)
-            qFatal("The form has no %s", name);
-        return found;
-    }
     QSpinBox *spin(const char *name) const { return find<QSpinBox>(name); }
     QGroupBox *users() const { return find<QGroupBox>("_usersSettingsGroupBox"); }
     QGroupBox *groups() const { return find<QGroupBox>("_groupsSettingsGroupBox"); }
@@ -103,28 +95,13 @@ private:
     std::unique_ptr<GeneralData> exported() const;
     void whileTheBoxIsOpen(const std::function<void()> &work);
 
-    std::unique_ptr<WritingModule> _module;
-    std::unique_ptr<Element> _element;
-    std::unique_ptr<GeneralWidget> _widget;
     int _boxes = 0;
 };
 
 void TestGeneralWidgetApply::init()
 {
     _boxes = 0;
-    _module = std::make_unique<WritingModule>();
-    _element = std::make_unique<EditedElement>(QStringLiteral("QuotaGeneralElement"), _module.get());
-    _widget = std::make_unique<GeneralWidget>(_module.get(), &everybodyMay);
-    _widget->setElement(_element.get());
-    _widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(_widget.get()));
-}
-
-void TestGeneralWidgetApply::cleanup()
-{
-    _widget.reset();
-    _element.reset();
-    _module.reset();
+    openEditor(QStringLiteral("QuotaGeneralElement"));
 }
 
 QStringList TestGeneralWidgetApply::texts(const char *list) const

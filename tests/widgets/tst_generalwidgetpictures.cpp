@@ -3,11 +3,11 @@
 
 #include "editedelement.h"
 #include "madeuprecords.h"
+#include "picture.h"
 
 #include <generalwidget.h>
 
 #include <QComboBox>
-#include <QDir>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QtTest>
@@ -35,10 +35,9 @@ void TestGeneralWidgetPictures::picture_data()
     const QStringList one = {QStringLiteral("/dev/sda1")};
     const QStringList longNames = {QStringLiteral("/dev/mapper/vg--storage--fileserver--2026-lv--home--of--all--staff"),
                                    QStringLiteral("/dev/mapper/vg--storage--fileserver--2026-lv--projects--archive")};
-    for (const int percent : {100, 200}) {
-        const QByteArray suffix = percent == 100 ? QByteArray() : QByteArray("-200");
+    Picture::forEachScale([&](int percent, const char *suffix) {
         const auto row = [&](const char *name, const QStringList &devices, const char *state, const QSize &size) {
-            QTest::newRow(QByteArray(name + suffix).constData())
+            QTest::addRow("%s%s", name, suffix)
                 << devices << QString::fromLatin1(state) << size * percent / 100 << percent;
         };
         row("on", one, "on", usual);
@@ -48,7 +47,7 @@ void TestGeneralWidgetPictures::picture_data()
         row("long-names", longNames, "on", usual);
         row("no-device", {}, "on", usual);
         row("narrow", one, "own", QSize(480, 400));
-    }
+    });
 }
 
 void TestGeneralWidgetPictures::picture()
@@ -58,11 +57,7 @@ void TestGeneralWidgetPictures::picture()
     QFETCH(QSize, size);
     QFETCH(int, percent);
 
-    const QFont before = QApplication::font();
-    QFont font = before;
-    font.setPointSizeF(before.pointSizeF() * percent / 100);
-    QApplication::setFont(font);
-
+    const Picture::Scale scale(percent);
     RecordingModule module;
     EditedElement element(QStringLiteral("QuotaGeneralElement"), &module);
     GeneralWidget widget(&module, &everybodyMay);
@@ -87,15 +82,7 @@ void TestGeneralWidgetPictures::picture()
     widget.show();
     widget.afterSuccessfulRead(&element, &record);
     QVERIFY(QTest::qWaitForWindowExposed(&widget));
-    QTest::mouseMove(&widget, QPoint(1, 1));
-    QCoreApplication::processEvents();
-
-    QVERIFY(QDir().mkpath(QStringLiteral(KRA_SCREENSHOTS)));
-    const QString file =
-        QStringLiteral(KRA_SCREENSHOTS "/generalwidget-%1.png").arg(QLatin1String(QTest::currentDataTag()));
-    QVERIFY(widget.grab().save(file));
-    QApplication::setFont(before);
-
+    Picture::keep(widget, "generalwidget");
     // Neither a long device name nor a narrow window makes the page wider than the window it is in.
     QCOMPARE(widget.size(), size);
 }

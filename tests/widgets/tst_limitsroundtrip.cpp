@@ -56,7 +56,7 @@ struct Field
 template<const char *limit>
 quint64 shownBlocks(const QWidget &form)
 {
-    double bytes = find<QDoubleSpinBox>(form, limit)->value();
+    double bytes = formWidget<QDoubleSpinBox>(form, limit)->value();
     for (int unit = unitOf(form, limit)->currentIndex(); unit > 0; --unit)
         bytes *= 1024;
     return static_cast<quint64>(bytes) >> KiBShift;
@@ -65,13 +65,13 @@ quint64 shownBlocks(const QWidget &form)
 template<const char *limit>
 quint64 shownCount(const QWidget &form)
 {
-    return static_cast<quint64>(find<QSpinBox>(form, limit)->value());
+    return static_cast<quint64>(formWidget<QSpinBox>(form, limit)->value());
 }
 
 template<const char *time>
 quint64 shownSeconds(const QWidget &form)
 {
-    const auto *edit = find<QDateTimeEdit>(form, time);
+    const auto *edit = formWidget<QDateTimeEdit>(form, time);
     return edit->isEnabled() ? static_cast<quint64>(edit->dateTime().toSecsSinceEpoch()) : 0;
 }
 
@@ -201,7 +201,7 @@ void TestLimitsRoundTrip::randomRecords()
     auto *editor = dynamic_cast<AbstractQuotaWidget *>(element.elementWidget(ElementEditor::MainRole));
     QVERIFY(editor);
     editor->setElement(&element);
-    auto *box = find<QComboBox>(*editor, "_devicesComboBox");
+    auto *box = formWidget<QComboBox>(*editor, "_devicesComboBox");
 
     int written = 0;
     for (int round = 0; round < 15; ++round) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "editedelement.h"
+#include "editortest.h"
 #include "madeupaccounts.h"
 
 #include <generalelement.h>
@@ -29,13 +29,13 @@
 using namespace MadeUpAccounts;
 
 /// The editor of an account's limits: what it shows of a record, and what it exports.
-class TestQuotaWidget : public QObject
+class TestQuotaWidget : public QObject, private EditorTest<UserWidget>
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { openEditor(QStringLiteral("QuotaUserElement")); }
+    void cleanup() { closeEditor(); }
 
     void theFormIsAsDescribed_data();
     void theFormIsAsDescribed();
@@ -69,14 +69,6 @@ private Q_SLOTS:
     void theKeyboardReachesEverything();
 
 private:
-    template<typename Widget>
-    Widget *find(const char *name) const
-    {
-        auto *found = _widget->findChild<Widget *>(QString::fromLatin1(name));
-        if (!found)
-            qFatal("The form has no %s", name);
-        return found;
-    }
     QComboBox *combo(const char *name) const { return find<QComboBox>(name); }
     QCheckBox *check(const char *name) const { return find<QCheckBox>(name); }
     QDoubleSpinBox *size(const char *name) const { return find<QDoubleSpinBox>(name); }
@@ -88,10 +80,6 @@ private:
     void show(const QMap<QString, DeviceQuota> &quotas);
     void show(const DeviceQuota &quota) { show({{QStringLiteral("/dev/vda1"), quota}}); }
     DeviceQuota exported(const QString &device = QStringLiteral("/dev/vda1")) const;
-
-    std::unique_ptr<RecordingModule> _module;
-    std::unique_ptr<Element> _element;
-    std::unique_ptr<UserWidget> _widget;
 };
 
 namespace
@@ -100,30 +88,7 @@ QString tip(const char *text)
 {
     return QStringLiteral("<html><head/><body><p>%1</p></body></html>").arg(QLatin1String(text));
 }
-
-bool nobodyMay(const Module & /*module*/)
-{
-    return false;
-}
 } // namespace
-
-void TestQuotaWidget::init()
-{
-    _module = std::make_unique<RecordingModule>();
-    _element = std::make_unique<EditedElement>(QStringLiteral("QuotaUserElement"), _module.get());
-    _widget = std::make_unique<UserWidget>(_module.get(), &everybodyMay);
-    _widget->setElement(_element.get());
-    _widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(_widget.get()));
-    _widget->activateWindow();
-}
-
-void TestQuotaWidget::cleanup()
-{
-    _widget.reset();
-    _element.reset();
-    _module.reset();
-}
 
 void TestQuotaWidget::show(const QMap<QString, DeviceQuota> &quotas)
 {

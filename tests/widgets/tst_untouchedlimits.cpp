@@ -148,7 +148,7 @@ void TestUntouchedLimits::randomRecords()
     widget.setElement(&element);
     widget.show();
     QVERIFY(QTest::qWaitForWindowExposed(&widget));
-    auto *devices = find<QComboBox>(widget, "_devicesComboBox");
+    auto *devices = formWidget<QComboBox>(widget, "_devicesComboBox");
 
     for (int read = 0; read < 25; ++read) {
         QMap<QString, DeviceQuota> quotas;
@@ -215,18 +215,18 @@ void TestUntouchedLimits::momentsAroundTheChangesOfTheClock()
         UserData record = account({{device, quota}});
         widget.afterSuccessfulRead(&element, &record);
 
-        auto *edit = find<QDateTimeEdit>(widget, "_blocksDateTimeEdit");
+        auto *edit = formWidget<QDateTimeEdit>(widget, "_blocksDateTimeEdit");
         QCOMPARE(edit->text(), QDateTime::fromSecsSinceEpoch(second).toString(QStringLiteral("dd.MM.yyyy hh:mm")));
         // Looked at with the keyboard, and left.
         edit->setFocus();
         for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Right, Qt::Key_End})
             QTest::keyClick(edit, key);
-        find<QWidget>(widget, "_devicesComboBox")->setFocus();
+        formWidget<QWidget>(widget, "_devicesComboBox")->setFocus();
         QVERIFY(!widget.isContentChanged());
         QCOMPARE(exported(widget, device).blocksTimeToForce.toSecsSinceEpoch(), second);
 
         // Another field is edited, which reads nothing from the clock either.
-        find<QSpinBox>(widget, "_softLimitInodesSpinBox")->setValue(9);
+        formWidget<QSpinBox>(widget, "_softLimitInodesSpinBox")->setValue(9);
         QCOMPARE(exported(widget, device).blocksTimeToForce.toSecsSinceEpoch(), second);
         // Edited and taken back.
         edit->setFocus();
@@ -270,7 +270,7 @@ void TestUntouchedLimits::editsAroundTheChangesOfTheClock()
     UserData record = account({{device, quota}});
     widget.afterSuccessfulRead(&element, &record);
 
-    auto *edit = find<QDateTimeEdit>(widget, "_inodesDateTimeEdit");
+    auto *edit = formWidget<QDateTimeEdit>(widget, "_inodesDateTimeEdit");
     edit->setCurrentSection(section);
     edit->stepBy(steps);
     QVERIFY(widget.isContentChanged());
@@ -295,7 +295,7 @@ void TestUntouchedLimits::anHourThatTheClockLeavesOutIsRefused()
     UserData record = account({{device, quota}});
     widget.afterSuccessfulRead(&element, &record);
 
-    auto *edit = find<QDateTimeEdit>(widget, "_inodesDateTimeEdit");
+    auto *edit = formWidget<QDateTimeEdit>(widget, "_inodesDateTimeEdit");
     edit->setFocus();
     edit->setSelectedSection(QDateTimeEdit::HourSection);
     QTest::keyClicks(edit, QStringLiteral("02"));

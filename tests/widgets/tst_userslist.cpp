@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "accountlist.h"
+#include "formwidget.h"
 
 #include <accountcolumn.h>
 #include <elementtreeview.h>
@@ -62,10 +63,7 @@ private:
     template<typename Widget>
     Widget *find(const char *name) const
     {
-        auto *found = _widget->findChild<Widget *>(QString::fromLatin1(name));
-        if (!found)
-            qFatal("The form has no %s", name);
-        return found;
+        return formWidget<Widget>(*_widget, name);
     }
     QComboBox *devices() const { return find<QComboBox>("_devicesComboBox"); }
     QListWidget *filters() const { return find<QListWidget>("_filtersListWidget"); }
