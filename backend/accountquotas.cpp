@@ -8,6 +8,7 @@
 #include "devicetable.h"
 #include "kindreader.h"
 #include "quotactl.h"
+#include "quotactlmessages.h"
 #include "quotaswitch.h"
 
 #include <touchedpart.h>
@@ -149,7 +150,11 @@ bool AccountQuotas::writeOn(const QString &device, qint32 id, const DeviceQuota 
     if (!*isOn && !switchOn(device, kind))
         return false;
     QuotaCtl kernel;
-    connect(&kernel, qOverload<const QString &>(&QuotaCtl::error), this, &AccountQuotas::error);
+    connect(&kernel, qOverload<int>(&QuotaCtl::error), this, [this, &device](int errorNumber) {
+        const QStringList texts = quotaCtlMessages(device, errorNumber);
+        for (const QString &text : texts)
+            Q_EMIT error(text);
+    });
     return kernel.setQuota(device, id, record, kind);
 }
 

@@ -3,12 +3,14 @@
 
 #include "accountreader.h"
 
+#include "quotactlmessages.h"
+
 AccountReader::AccountReader(QuotaKind kind, std::vector<AccountDevice> devices, QObject *parent)
     : QObject(parent)
     , _kind(kind)
     , _devices(std::move(devices))
 {
-    connect(&_kernel, qOverload<const QString &>(&QuotaCtl::error), this, &AccountReader::report);
+    connect(&_kernel, qOverload<int>(&QuotaCtl::error), this, &AccountReader::fail);
 }
 
 QMap<QString, DeviceQuota> AccountReader::read(qint32 id)
@@ -29,11 +31,14 @@ QMap<QString, DeviceQuota> AccountReader::read(qint32 id)
     return quotas;
 }
 
-void AccountReader::report(const QString &message)
+void AccountReader::fail(int errorNumber)
 {
     _failed = true;
-    if (_asked->failures.contains(message))
-        return;
-    _asked->failures.append(message);
-    Q_EMIT error(message);
+    const QStringList texts = quotaCtlMessages(_asked->facts.deviceName, errorNumber);
+    for (const QString &text : texts) {
+        if (_asked->failures.contains(text))
+            continue;
+        _asked->failures.append(text);
+        Q_EMIT error(text);
+    }
 }

@@ -40,7 +40,7 @@ Q_SIGNALS:
     void error(const QString &message);
 
 private:
-    void report(const QString &message);
+    void fail(int errorNumber);
 
     const QuotaKind _kind;
     std::vector<AccountDevice> _devices;

@@ -39,10 +39,24 @@ constexpr Messages buildMessages()
 
 constexpr Messages Texts = buildMessages();
 
+/// What a disk fails with. (That a device is not mounted is told where that is looked at.)
+bool isDisksOwn(int errorNumber)
+{
+    return errorNumber == ENOSPC || errorNumber == EIO || errorNumber == EROFS;
+}
+
 } // namespace
 
 QString quotaCtlMessage(int errorNumber)
 {
     const bool listed = errorNumber >= 0 && errorNumber < static_cast<int>(Texts.size());
     return QCoreApplication::translate("QuotaCtl", listed ? Texts[static_cast<std::size_t>(errorNumber)] : Unknown);
+}
+
+QStringList quotaCtlMessages(const QString &device, int errorNumber)
+{
+    QStringList lines{quotaCtlMessage(errorNumber)};
+    if (isDisksOwn(errorNumber))
+        lines.append(QStringLiteral("%1: %2").arg(device, qt_error_string(errorNumber)));
+    return lines;
 }

@@ -3,7 +3,10 @@
 
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 /// What to tell the administrator of a quotactl() that failed with that errno.
 QString quotaCtlMessage(int errorNumber);
+
+/// The same for a failure on that device, in lines: where it is the disk that fails, a second one says how.
+QStringList quotaCtlMessages(const QString &device, int errorNumber);

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void allUsersWithoutADevice();
     void allUsersWithoutTheAccountFile();
     void aFailureIsReportedOnceForEachDevice();
+    void aFullDeviceIsNamed();
     void aLongReadSaysHowFarItHasCome();
     void aHundredThousandUsersOnThreeDevices();
 
@@ -356,6 +357,24 @@ void TestAccountQuotas::aFailureIsReportedOnceForEachDevice()
     QCOMPARE(users.size(), std::size_t(50));
     for (const auto &user : users)
         QCOMPARE(user->deviceQuotas.keys(), QList<QString>{Sdb});
+}
+
+/// The kernel makes the record of an account that it is asked for, in a quota file that may have no room for it.
+void TestAccountQuotas::aFullDeviceIsNamed()
+{
+    const QStringList noRoom{text("Unknown error while executing quotactl"),
+                             text("/dev/sda1: ") + qt_error_string(ENOSPC)};
+    state(Sda).failures.insert(Q_GETQUOTA, ENOSPC);
+    useStates();
+    _manager->readAllUsers();
+    QCOMPARE(_errors, noRoom);
+
+    _errors.clear();
+    state(Sda).failures.insert(Q_SETQUOTA, ENOSPC);
+    useStates();
+    QVERIFY(!_manager->writeQuotas(limitedAnna(), UserQuota));
+    QCOMPARE(_errors, noRoom);
+    QCOMPARE(kernelRecord(Sdc).dqb_bhardlimit, quint64(20));
 }
 
 void TestAccountQuotas::aLongReadSaysHowFarItHasCome()

@@ -5,6 +5,7 @@
 
 #include <QtTest>
 
+#include <cerrno>
 #include <limits>
 
 class TestQuotaCtlMessages : public QObject
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void saysWhatFailed();
     void everyOtherNumberIsUnknown();
     void isTranslatedInTheContextOfQuotaCtl();
+    void aDiskThatFailsIsNamed();
 };
 
 void TestQuotaCtlMessages::saysWhatFailed_data()
@@ -74,6 +76,17 @@ void TestQuotaCtlMessages::isTranslatedInTheContextOfQuotaCtl()
     QVERIFY(QCoreApplication::removeTranslator(&translator));
     QCOMPARE(listed, QStringLiteral("QuotaCtl"));
     QCOMPARE(other, QStringLiteral("QuotaCtl"));
+}
+
+void TestQuotaCtlMessages::aDiskThatFailsIsNamed()
+{
+    const QString device = QStringLiteral("/dev/vda");
+    QCOMPARE(quotaCtlMessages(device, ENOSPC),
+             (QStringList{quotaCtlMessage(ENOSPC), QStringLiteral("/dev/vda: ") + qt_error_string(ENOSPC)}));
+    QCOMPARE(quotaCtlMessages(device, EIO).size(), 2);
+    QCOMPARE(quotaCtlMessages(device, EROFS).size(), 2);
+    QCOMPARE(quotaCtlMessages(device, EPERM), QStringList{quotaCtlMessage(EPERM)});
+    QCOMPARE(quotaCtlMessages(device, ENODEV), QStringList{quotaCtlMessage(ENODEV)});
 }
 
 QTEST_GUILESS_MAIN(TestQuotaCtlMessages)
