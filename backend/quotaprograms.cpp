@@ -8,6 +8,8 @@
 
 #include <process.h>
 
+#include <utility>
+
 namespace
 {
 
@@ -68,6 +70,11 @@ bool QuotaPrograms::runQuotaOnOff(const QString &device, QuotaKind kind, bool on
     return true;
 }
 
+QStringList QuotaPrograms::takeComplaints()
+{
+    return std::exchange(_complaints, {});
+}
+
 ProcessResult QuotaPrograms::run(const QString &program, const QStringList &arguments, int startWait, int finishWait,
                                  Output output)
 {
@@ -76,5 +83,8 @@ ProcessResult QuotaPrograms::run(const QString &program, const QStringList &argu
     const auto messages = output == Output::IsLookedAt ? Process::Messages::InC : Process::Messages::AsUser;
     ProcessResult result = Process::run(program, arguments, startWait, finishWait, messages);
     Q_EMIT detail(programDetail(program, arguments, result));
+    const QString complaint = programComplaint(result).trimmed();
+    if (output == Output::IsShown && !result.succeeded() && !complaint.isEmpty())
+        _complaints.append(complaint);
     return result;
 }

@@ -25,6 +25,9 @@ public:
     bool createQuotaFiles(const QString &device, int type);
     bool runQuotaOnOff(const QString &device, QuotaKind kind, bool on);
 
+    /// What programs whose failure is no error said when they failed, since the last call.
+    QStringList takeComplaints();
+
 Q_SIGNALS:
     void error(const QString &message);
     /// Which program runs now, or how it ended.
@@ -38,4 +41,6 @@ private:
     };
     ProcessResult run(const QString &program, const QStringList &arguments, int startWait, int finishWait,
                       Output output);
+
+    QStringList _complaints;
 };

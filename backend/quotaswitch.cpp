@@ -58,6 +58,18 @@ bool QuotaSwitch::applySettings(const KindSettings &settings, QuotaKind kind, Gr
 
 bool QuotaSwitch::switchOnDemand(const QString &device, QuotaKind kind)
 {
+    _tools.programs.takeComplaints();
+    if (tryToSwitchOn(device, kind))
+        return true;
+    // Now they tell why: a full disk, a device that is not mounted.
+    const QStringList complaints = _tools.programs.takeComplaints();
+    for (const QString &complaint : complaints)
+        Q_EMIT error(complaint);
+    return false;
+}
+
+bool QuotaSwitch::tryToSwitchOn(const QString &device, QuotaKind kind)
+{
     _tools.fstab.setOption(device, kind, true);
     if (!_tools.kinds.quotaFileExists(device, kind)) {
         remount(device);

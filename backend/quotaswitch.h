@@ -49,6 +49,7 @@ Q_SIGNALS:
     void error(const QString &message);
 
 private:
+    bool tryToSwitchOn(const QString &device, QuotaKind kind);
     void remount(const QString &device);
     bool isMountedWithOption(const QString &device, QuotaKind kind);
 

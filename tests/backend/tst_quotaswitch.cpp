@@ -56,6 +56,7 @@ private Q_SLOTS:
     void onDemandStopsWhereTheOptionIsNotInForce();
     void onDemandStopsWhereQuotacheckDoesNotStart();
     void onDemandFailsWithQuotaon();
+    void onDemandTellsWhatLedToTheFailure();
 
     void generalDataAppliesDeviceByDeviceUsersFirst();
     void generalDataReadsTheTablesAgainBetweenTheKinds();
@@ -356,6 +357,21 @@ void TestQuotaSwitch::onDemandFailsWithQuotaon()
     _machine.sandbox().standIn(text("quotaon")).complains("quotaon: no\n").exits(1);
     QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, UserQuota));
     QCOMPARE(_machine.errors(), QStringList{text("Process quotaon -u /dev/sda1 return error quotaon: no\n")});
+}
+
+/// What they say is no error as long as the quotas come on.
+void TestQuotaSwitch::onDemandTellsWhatLedToTheFailure()
+{
+    _machine.sandbox().standIn(text("mount")).complains("mount: a warning\n").exits(32);
+    _machine.sandbox().standIn(text("quotacheck")).complains("quotacheck: no space\n").exits(2);
+    QVERIFY(_machine.manager().switchOnDemand(_machine.sda, UserQuota));
+    QCOMPARE(_machine.errors(), QStringList());
+
+    _machine.makeUseless(text("quotacheck"));
+    _machine.sandbox().standIn(text("quotaon")).complains("quotaon: no file\n").exits(1);
+    QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, GroupQuota));
+    QCOMPARE(_machine.errors(), QStringList({text("Process quotaon -g /dev/sda1 return error quotaon: no file\n"),
+                                             text("mount: a warning"), text("quotacheck: no space")}));
 }
 
 void TestQuotaSwitch::generalDataAppliesDeviceByDeviceUsersFirst()
