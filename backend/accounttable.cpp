@@ -10,6 +10,13 @@ namespace
 
 constexpr qint32 NoId = -1;
 
+/// A line such as "+@staff::::::" lets accounts of a network service in or keeps them out and is none itself. The
+/// library reads it as one with the id 0, which is root's; its own look-ups pass it over.
+bool isAccount(const QString &name)
+{
+    return !name.startsWith(QLatin1Char('+')) && !name.startsWith(QLatin1Char('-'));
+}
+
 /// Of two accounts with one name the first counts. Ids above 2^31 keep their bits in the signed number.
 template<typename Entry, typename Id>
 QHash<QString, qint32> idsByName(const QVector<Entry> &entries, Id Entry::*id)
@@ -17,7 +24,7 @@ QHash<QString, qint32> idsByName(const QVector<Entry> &entries, Id Entry::*id)
     QHash<QString, qint32> ids;
     ids.reserve(entries.size());
     for (const Entry &entry : entries) {
-        if (!ids.contains(entry.name))
+        if (isAccount(entry.name) && !ids.contains(entry.name))
             ids.insert(entry.name, static_cast<qint32>(entry.*id));
     }
     return ids;
@@ -28,8 +35,10 @@ QStringList names(const QVector<Entry> &entries)
 {
     QStringList all;
     all.reserve(entries.size());
-    for (const Entry &entry : entries)
-        all.append(entry.name);
+    for (const Entry &entry : entries) {
+        if (isAccount(entry.name))
+            all.append(entry.name);
+    }
     return all;
 }
 

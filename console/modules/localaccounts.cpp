@@ -39,6 +39,13 @@ void readFile(const char *fileName, Entry *(*next)(FILE *), QStringList &failure
                             .arg(QString::fromLocal8Bit(fileName), QString::fromLocal8Bit(std::strerror(error))));
 }
 
+/// "+" and "-" begin lines that let accounts of a network service in or keep them out. Those are no accounts, though
+/// the library reads them as some with the id 0.
+bool isAccount(const char *name)
+{
+    return *name != '+' && *name != '-';
+}
+
 QString text(const char *bytes)
 {
     return QString::fromLocal8Bit(bytes ? bytes : "");
@@ -49,10 +56,14 @@ LocalAccounts LocalAccounts::read()
 {
     LocalAccounts accounts;
     readFile("/etc/passwd", &fgetpwent, accounts.failures, [&accounts](const passwd &entry) {
+        if (!isAccount(entry.pw_name))
+            return;
         accounts.users.append({text(entry.pw_name), entry.pw_uid, entry.pw_gid, text(entry.pw_gecos),
                                text(entry.pw_dir), text(entry.pw_shell)});
     });
     readFile("/etc/group", &fgetgrent, accounts.failures, [&accounts](const group &entry) {
+        if (!isAccount(entry.gr_name))
+            return;
         Group read{text(entry.gr_name), entry.gr_gid, {}};
         for (char *const *member = entry.gr_mem; member && *member; ++member)
             read.members.append(text(*member));

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void accountsThatAreNotThereHaveNoId();
     void largeIdsKeepTheirBits();
     void accountNamesAreInTheOrderOfTheFile();
+    void linesOfNetworkServicesAreNotRoot();
     void missingAccountFilesGiveNoIdsAndNoNames();
 
     void errorsOfEverySourceArriveHere();
@@ -360,6 +361,18 @@ void TestQuotaManager::accountNamesAreInTheOrderOfTheFile()
     _sandbox.writeEtc(text("group"), "z:x:3:\na:x:1:\n");
     QCOMPARE(_manager->userNames(), (QStringList{text("zoe"), text("anna"), text("zoe")}));
     QCOMPARE(_manager->groupNames(), (QStringList{text("z"), text("a")}));
+}
+
+void TestQuotaManager::linesOfNetworkServicesAreNotRoot()
+{
+    _sandbox.writeEtc(text("passwd"), "root:x:0:0::/root:/bin/sh\n-eve\n+ben::::::\n+@staff::::::\n+\n");
+    _sandbox.writeEtc(text("group"), "root:x:0:\n-guests:::\n+:::\n");
+    QCOMPARE(_manager->userNames(), QStringList(text("root")));
+    QCOMPARE(_manager->groupNames(), QStringList(text("root")));
+    for (const char *name : {"-eve", "+ben", "+@staff", "+", "-guests"}) {
+        QCOMPARE(_manager->userId(text(name)), -1);
+        QCOMPARE(_manager->groupId(text(name)), -1);
+    }
 }
 
 void TestQuotaManager::missingAccountFilesGiveNoIdsAndNoNames()
