@@ -7,9 +7,10 @@
 #include "warnquotacommand.h"
 #include "wholefile.h"
 
+#include <filereplacement.h>
+
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace
@@ -34,7 +35,7 @@ QStringList CronTableBackup::droppedLines(const QByteArray &table)
     return dropped;
 }
 
-QString CronTableBackup::copy(const QString &path)
+QString CronTableBackup::keep(const QString &path, const QByteArray &table)
 {
     const QDir folder(QStringLiteral("/var/backups"));
     if (!folder.mkpath(QStringLiteral(".")))
@@ -44,5 +45,5 @@ QString CronTableBackup::copy(const QString &path)
     QString target = folder.filePath(name);
     for (int i = 1; QFileInfo::exists(target); ++i)
         target = folder.filePath(QStringLiteral("%1.%2").arg(name).arg(i));
-    return QFile::copy(path, target) ? target : QString();
+    return replaceFile(target, table, FileRights::RootOnly).succeeded() ? target : QString();
 }

@@ -15,8 +15,9 @@ namespace CronTableBackup
 /// lines and the writer's own head lines are none.
 QStringList droppedLines(const QByteArray &table);
 
-/// Copies a table to a new file under "/var/backups", never beside it: some crons would run the copy. Returns the path
-/// of the copy; empty when it could not be made.
-QString copy(const QString &path);
+/// Writes what a table holds to a new file under "/var/backups" that only root reads, as a setting in the table may be
+/// a password; never beside the table: some crons would run the copy. Returns the path of the copy once it is on the
+/// disk; empty when it could not be made.
+QString keep(const QString &path, const QByteArray &table);
 
 } // namespace CronTableBackup

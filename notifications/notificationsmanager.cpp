@@ -109,7 +109,7 @@ bool NotificationsManager::keepDroppedLines()
     const std::optional<QByteArray> table = WholeFile::read(cronFile());
     if (!table || CronTableBackup::droppedLines(*table).isEmpty())
         return true;
-    const QString kept = CronTableBackup::copy(cronFile());
+    const QString kept = CronTableBackup::keep(cronFile(), *table);
     if (kept.isEmpty()) {
         Q_EMIT error(tr("%1 was left as it is: it holds lines that are not written again, and no copy of it could be "
                         "made in /var/backups.")

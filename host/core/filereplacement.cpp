@@ -21,6 +21,7 @@ namespace
 
 constexpr mode_t AllModeBits = 07777;
 constexpr mode_t RootWritableMode = 0644;
+constexpr mode_t RootOnlyMode = 0600;
 
 /// Lists and values are asked for twice, first for their size; a system call that fails leaves its reason in errno.
 bool listAttributes(int file, QByteArrayList &names)
@@ -88,8 +89,14 @@ void syncFolder(const QString &folder)
 
 bool giveRights(const QFile &old, const QSaveFile &file, FileRights rights)
 {
-    if (rights == FileRights::RootWritable)
+    switch (rights) {
+    case FileRights::RootWritable:
         return give(file.handle(), 0, 0, RootWritableMode);
+    case FileRights::RootOnly:
+        return give(file.handle(), 0, 0, RootOnlyMode);
+    case FileRights::OfOldFile:
+        break;
+    }
     return !old.isOpen() || copyIdentity(old.handle(), file.handle());
 }
 

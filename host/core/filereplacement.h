@@ -29,6 +29,7 @@ enum class FileRights
 {
     OfOldFile,    ///< owner, group, mode and extended attributes stay; a new file gets those that the process gives
     RootWritable, ///< root's, mode 0644, whatever it was: for a table that is passed over when others may write it
+    RootOnly,     ///< root's, mode 0600: for a copy of what not everybody may be meant to read
 };
 
 /// Replaces a file as a whole, or makes it: at every moment, also when the process is killed or the machine stops,

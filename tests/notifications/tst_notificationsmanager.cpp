@@ -11,8 +11,10 @@
 
 #include <algorithm>
 
+#include <limits.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace
@@ -30,6 +32,8 @@ WarnquotaJob jobOf(const char *line)
                                     QString()});
 }
 
+QByteArrayList synced; // the paths that were brought to the disk, in order
+
 struct stat statusOf(const QString &path)
 {
     struct stat status = {};
@@ -37,6 +41,17 @@ struct stat statusOf(const QString &path)
     return status;
 }
 } // namespace
+
+/// In place of the library's, also for the framework: notes the path and does the same.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): its parameter bears a name that is reserved
+extern "C" __attribute__((visibility("default"))) int fsync(int descriptor)
+{
+    char path[PATH_MAX] = {};
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    if (readlink(link.constData(), path, sizeof path - 1) > 0)
+        synced.append(path);
+    return static_cast<int>(syscall(SYS_fsync, descriptor));
+}
 
 /// What is read of the machine's warnings, what is written, and what stays.
 class TestNotificationsManager : public QObject
@@ -70,6 +85,8 @@ private Q_SLOTS:
     void aForeignTableIsKept_data();
     void aForeignTableIsKept();
     void eachForeignTableIsKept();
+    void theCopyIsOnTheDiskBeforeTheTableGoes();
+    void onlyRootReadsTheCopy();
     void withoutACopyNothingIsWritten();
     void theReadTellsWhatWillBeDropped();
 
@@ -367,6 +384,34 @@ void TestNotificationsManager::eachForeignTableIsKept()
     QByteArrayList kept = MachineFiles::backupContents();
     std::sort(kept.begin(), kept.end());
     QCOMPARE(kept, QByteArrayList({"# one\n", "# three\n", "# two\n"}));
+}
+
+void TestNotificationsManager::theCopyIsOnTheDiskBeforeTheTableGoes()
+{
+    setTable("# one\n");
+    synced.clear();
+    QVERIFY(NotificationsManager().writeCronJobs({}));
+    const auto firstIn = [](const char *folder) {
+        const auto found = std::find_if(synced.cbegin(), synced.cend(),
+                                        [folder](const QByteArray &path) { return path.startsWith(folder); });
+        return std::distance(synced.cbegin(), found);
+    };
+    QVERIFY(firstIn("/etc/cron.d/") < synced.size());
+    QVERIFY(firstIn("/var/backups/") < firstIn("/etc/cron.d/"));
+    QVERIFY(synced.contains("/var/backups"));
+    QVERIFY(synced.indexOf("/var/backups") < firstIn("/etc/cron.d/"));
+}
+
+void TestNotificationsManager::onlyRootReadsTheCopy()
+{
+    setTable("PASSWORD=secret\n");
+    QCOMPARE(chmod("/etc/cron.d/warnquota", S_IRUSR | S_IWUSR), 0);
+    QVERIFY(NotificationsManager().writeCronJobs({}));
+    const QFileInfoList copies = MachineFiles::backups().entryInfoList();
+    QCOMPARE(copies.size(), 1);
+    const struct stat copy = statusOf(copies.first().filePath());
+    QCOMPARE(copy.st_mode & ALLPERMS, mode_t(S_IRUSR | S_IWUSR));
+    QCOMPARE(copy.st_uid, uid_t(0));
 }
 
 void TestNotificationsManager::withoutACopyNothingIsWritten()
