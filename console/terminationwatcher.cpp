@@ -5,6 +5,7 @@
 
 #include <QSocketNotifier>
 
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -19,8 +20,10 @@ int ends[2] = {-1, -1}; // of the pipe from the handler, which may do little mor
 void handle(int /*signal*/)
 {
     const char byte = 0;
+    const int before = errno; // the interrupted thread may be about to ask why its last call failed
     // A full pipe has said enough.
     [[maybe_unused]] const ssize_t written = write(ends[1], &byte, 1);
+    errno = before;
 }
 
 void setHandler(void (*handler)(int))

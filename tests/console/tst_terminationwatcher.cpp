@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <cerrno>
 #include <csignal>
 
 /// What a session that ends, or Ctrl+C in a terminal, makes of the console.
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void signalsAreRequests_data();
     void signalsAreRequests();
     void severalSignalsAtOnceAreOneRequest();
+    void signalsLeaveTheReasonOfAFailureAlone();
     void signalsHaveTheirUsualEffectAfterwards();
 };
 
@@ -48,6 +50,16 @@ void TestTerminationWatcher::severalSignalsAtOnceAreOneRequest()
     QTRY_COMPARE(requests.count(), 1);
     QCoreApplication::processEvents();
     QCOMPARE(requests.count(), 1);
+}
+
+void TestTerminationWatcher::signalsLeaveTheReasonOfAFailureAlone()
+{
+    const TerminationWatcher watcher;
+    constexpr int moreThanAPipeHolds = 100000;
+    errno = ESRCH;
+    for (int times = 0; times < moreThanAPipeHolds; ++times)
+        raise(SIGTERM);
+    QCOMPARE(errno, ESRCH);
 }
 
 void TestTerminationWatcher::signalsHaveTheirUsualEffectAfterwards()
