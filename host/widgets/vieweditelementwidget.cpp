@@ -52,6 +52,19 @@ QWidget *firstRejected(const QWidget *editor)
     return nullptr;
 }
 
+/// The widget, or the first that Tab reaches from it in the editor where it cannot have the focus any more; null when
+/// there is none.
+QWidget *firstUsable(QWidget *widget, const QWidget *editor)
+{
+    if (widget->isEnabled())
+        return widget;
+    for (QWidget *next = widget->nextInFocusChain(); next != widget; next = next->nextInFocusChain())
+        if (editor->isAncestorOf(next) && next->isEnabled() && next->isVisible() &&
+            (next->focusPolicy() & Qt::TabFocus) && !next->focusProxy())
+            return next;
+    return nullptr;
+}
+
 void bringToFront(const QWidget *widget)
 {
     for (QWidget *above = widget->parentWidget(); above; above = above->parentWidget()) {
@@ -152,7 +165,8 @@ void ViewEditElementWidget::showEvent(QShowEvent *event)
 
 void ViewEditElementWidget::updateEditable()
 {
-    // Disabling moves the focus on. Whoever was typing finds it where it was, unless it was moved by hand meanwhile.
+    // Disabling moves the focus on. Whoever was typing finds it where it was, or behind it where
+    // that is no more to be edited, unless it was moved by hand meanwhile.
     QWidget *before = window()->focusWidget();
     const bool editable = isEditable();
     setContentEnabled(this, editable);
@@ -162,8 +176,10 @@ void ViewEditElementWidget::updateEditable()
             _focusDuringBlock = window()->focusWidget();
         }
     } else if (_focusBeforeBlock) {
-        if (_focusDuringBlock == window()->focusWidget() && _focusBeforeBlock->isEnabled())
-            _focusBeforeBlock->setFocus();
+        if (_focusDuringBlock == window()->focusWidget()) {
+            if (QWidget *usable = firstUsable(_focusBeforeBlock, this))
+                usable->setFocus();
+        }
         _focusBeforeBlock = nullptr;
     }
     Q_EMIT editableChanged(editable);

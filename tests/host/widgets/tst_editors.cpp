@@ -324,6 +324,14 @@ void EditorsTest::focusComesBackAfterTheBlock()
     editor.blockEditWidget(false);
     QCOMPARE(editor.focusWidget(), static_cast<QWidget *>(editor.line));
 
+    // What cannot be edited any more hands it on; nothing else is behind it.
+    editor.box->setFocus();
+    editor.blockEditWidget(true);
+    editor.box->setEnabled(false);
+    editor.blockEditWidget(false);
+    QCOMPARE(editor.focusWidget(), static_cast<QWidget *>(editor.device));
+
+    editor.line->setFocus();
     editor.blockEditWidget(true);
     editor.device->clearFocus();
     editor.setFocusPolicy(Qt::StrongFocus);
