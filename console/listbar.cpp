@@ -19,6 +19,7 @@ ListBar::ListBar(QWidget *parent)
     _search->setObjectName(QStringLiteral("listSearchField"));
     _search->setPlaceholderText(tr("Search this list (Ctrl+Shift+F)"));
     _search->setToolTip(tr("Shows the rows that contain the text.\nDown goes to the list, Escape ends the search."));
+    _search->setAccessibleName(tr("Search this list"));
     _variants->setObjectName(QStringLiteral("variantBox"));
     _variants->setAccessibleName(tr("Which of them are shown"));
     _variants->setSizeAdjustPolicy(QComboBox::AdjustToContents);

@@ -26,7 +26,9 @@ NavigationPane::NavigationPane(TreeNode *root, QWidget *parent)
     _search->setPlaceholderText(tr("Search the tree (Ctrl+F)"));
     _search->setToolTip(
         tr("Shows the elements that contain the text.\nDown goes to the elements, Escape ends the search."));
+    _search->setAccessibleName(tr("Search the tree"));
     _view->setObjectName(QStringLiteral("treeView"));
+    _view->setAccessibleName(tr("Tree"));
     _view->setHeaderHidden(true);
     _view->setAlternatingRowColors(false);
     _rows->setFilterCaseSensitivity(Qt::CaseInsensitive);

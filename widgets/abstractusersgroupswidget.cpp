@@ -63,6 +63,7 @@ AbstractUsersGroupsWidget::AbstractUsersGroupsWidget(const QString &name, Module
     setFocusProxy(view);
     buildFilters();
 
+    connect(this, &QWidget::windowTitleChanged, view, &QWidget::setAccessibleName);
     connect(view, &ElementTreeView::elementContextOperationChangedFocused, this,
             &ElementWidget::elementContextOperationChanged);
     connect(view, &ElementTreeView::elementContextOperationChangedSelected, this,

@@ -26,6 +26,7 @@ AccountListWidget::AccountListWidget(AccountModule *module)
     _rows->setDynamicSortFilter(true);
     _rows->setSourceModel(_nodes);
     _view->setObjectName(QStringLiteral("accountView"));
+    _view->setAccessibleName(windowTitle());
     _view->setRootIsDecorated(false);
     _view->setItemsExpandable(false);
     _view->setModel(_rows);

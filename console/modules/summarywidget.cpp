@@ -29,6 +29,7 @@ SummaryWidget::SummaryWidget(Module *module, const QString &elementType, const Q
     setElementType(elementType);
 
     auto *area = new QScrollArea(this);
+    area->setAccessibleName(tr("Properties"));
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     auto *page = new QWidget(area);

@@ -41,6 +41,7 @@ MessageArea::MessageArea(QWidget *parent)
     _textLabel->setTextFormat(Qt::PlainText);
     _textLabel->setWordWrap(true);
     _textLabel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    _scrollArea->setAccessibleName(tr("Message"));
     _scrollArea->setWidget(_textLabel);
     _scrollArea->setWidgetResizable(true);
     _scrollArea->setFrameShape(QFrame::NoFrame);

@@ -83,6 +83,7 @@ void PageBody::setEditors(const std::vector<PageEditor> &editors, const QString 
                 each.editor->show();
             }
             _tabs->setTabText(tab, each.title);
+            _tabs->widget(tab)->setAccessibleName(each.title);
             ++tab;
         }
         if (!before && _tabs->count() > 0)
