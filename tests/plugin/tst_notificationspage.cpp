@@ -1,18 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "consolekeyboard.h"
+
 #include <formwidget.h>
-#include <mainwindow.h>
 #include <sandbox.h>
-#include <session.h>
-#include <taskobserver.h>
 #include <vieweditelementwidget.h>
 
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QToolTip>
 
 /// The page "Notifications" in the console's own window, with nothing but a keyboard, from the tree to the files.
@@ -39,12 +37,7 @@ private Q_SLOTS:
 
 private:
     void openPage(const QByteArray &cronLines);
-    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    void type(const QString &text);
-    void tabTo(const char *name);
     void apply();
-    void settle();
-    QString focus() const;
     QByteArray cronTable() const { return _sandbox.readEtc(QStringLiteral("cron.d/warnquota")); }
     template<typename Widget>
     Widget *find(const char *name) const
@@ -53,8 +46,7 @@ private:
     }
 
     Sandbox _sandbox;
-    std::unique_ptr<Session> _session;
-    std::unique_ptr<MainWindow> _window;
+    ConsoleKeyboard _console;
     ViewEditElementWidget *_page = nullptr;
 };
 
@@ -70,9 +62,7 @@ QByteArray line(const QByteArray &schedule)
 
 void TestNotificationsPage::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    QCoreApplication::setOrganizationName(QStringLiteral("kra-test"));
-    QCoreApplication::setApplicationName(QStringLiteral("tst_notificationspage"));
+    ConsoleKeyboard::useOwnSettings(QStringLiteral("tst_notificationspage"));
 }
 
 void TestNotificationsPage::init()
@@ -89,9 +79,7 @@ void TestNotificationsPage::init()
 
 void TestNotificationsPage::cleanup()
 {
-    settle();
-    _window.reset();
-    _session.reset();
+    _console.close();
 }
 
 /// Nothing but the file's head and these lines is in the cron table; without any there is no such file.
@@ -99,88 +87,48 @@ void TestNotificationsPage::openPage(const QByteArray &cronLines)
 {
     if (!cronLines.isEmpty())
         _sandbox.writeEtc(QStringLiteral("cron.d/warnquota"), head + cronLines);
-    _session = std::make_unique<Session>();
-    _session->loadPlugins({Session::pluginFolder()});
-    _window = std::make_unique<MainWindow>(*_session);
-    _window->show();
-    _window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(_window.get()));
-    settle();
-    type(QStringLiteral("Quota"));
-    press(Qt::Key_Right);
-    press(Qt::Key_Down);
-    QTRY_VERIFY(_page = _window->findChild<ViewEditElementWidget *>(QStringLiteral("NotificationsWidget")));
+    _console.open();
+    _console.type(QStringLiteral("Quota"));
+    _console.press(Qt::Key_Right);
+    _console.press(Qt::Key_Down);
+    QTRY_VERIFY(_page = _console.window().findChild<ViewEditElementWidget *>(QStringLiteral("NotificationsWidget")));
     QTRY_VERIFY(_page->isVisible() && _page->isEditable());
-    press(Qt::Key_F6);
-}
-
-/// To whatever has the focus, as the window system would.
-void TestNotificationsPage::press(int key, Qt::KeyboardModifiers modifiers)
-{
-    QWidget *focused = QApplication::focusWidget();
-    QVERIFY2(focused, "Nothing has the focus");
-    QTest::keyClick(focused, static_cast<Qt::Key>(key), modifiers);
-}
-
-void TestNotificationsPage::type(const QString &text)
-{
-    for (const QChar character : text)
-        QTest::keyClick(QApplication::focusWidget(), character.toLatin1());
-}
-
-void TestNotificationsPage::tabTo(const char *name)
-{
-    constexpr int widgetsOfTheWindow = 40;
-    for (int i = 0; i < widgetsOfTheWindow && focus() != QLatin1String(name); ++i)
-        press(Qt::Key_Tab);
-    QCOMPARE(focus(), QString::fromLatin1(name));
+    _console.press(Qt::Key_F6);
 }
 
 /// Ctrl+S, after which nothing is left to apply.
 void TestNotificationsPage::apply()
 {
     QVERIFY(_page->isContentChanged());
-    press(Qt::Key_S, Qt::ControlModifier);
+    _console.press(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY(_page->isEditable());
-    settle();
+    ConsoleKeyboard::settle();
     QVERIFY(!_page->isContentChanged());
-}
-
-void TestNotificationsPage::settle()
-{
-    QTRY_VERIFY(!TaskObserver::instance()->isBusy());
-    QCoreApplication::processEvents();
-}
-
-QString TestNotificationsPage::focus() const
-{
-    const QWidget *focused = QApplication::focusWidget();
-    return focused ? focused->objectName() : QString();
 }
 
 void TestNotificationsPage::theFirstTask()
 {
     openPage({});
-    const auto *message = _window->findChild<QLabel *>(QStringLiteral("pageMessage"));
+    const auto *message = _console.window().findChild<QLabel *>(QStringLiteral("pageMessage"));
     QVERIFY(message && message->isVisible());
     QCOMPARE(message->text(), QStringLiteral("Can'n open /etc/cron.d/warnquota file"));
-    tabTo("_addedTaskToolButton");
-    press(Qt::Key_Space);
-    QCOMPARE(focus(), QStringLiteral("_usersCheckBox")); // the first thing to choose
+    _console.tabTo("_addedTaskToolButton");
+    _console.press(Qt::Key_Space);
+    QCOMPARE(ConsoleKeyboard::focus(), QStringLiteral("_usersCheckBox")); // the first thing to choose
     apply();
     QCOMPARE(cronTable(), head + line("0 * * * *"));
-    QCOMPARE(focus(), QStringLiteral("_usersCheckBox"));
+    QCOMPARE(ConsoleKeyboard::focus(), QStringLiteral("_usersCheckBox"));
     QCOMPARE(find<QComboBox>("_cronJobsComboBox")->currentText(), QStringLiteral("1"));
 }
 
 void TestNotificationsPage::tabGoesDownThePage()
 {
     openPage(line("30 4 * * *"));
-    tabTo("_addedTaskToolButton");
-    QStringList order(focus());
+    _console.tabTo("_addedTaskToolButton");
+    QStringList order(ConsoleKeyboard::focus());
     do {
-        press(Qt::Key_Tab);
-        order += focus();
+        _console.press(Qt::Key_Tab);
+        order += ConsoleKeyboard::focus();
     } while (order.last() != QLatin1String("_quotatabPlainTextEdit") && order.size() < 20);
     const QStringList down = {
         QStringLiteral("_addedTaskToolButton"),
@@ -197,8 +145,8 @@ void TestNotificationsPage::tabGoesDownThePage()
     };
     QCOMPARE(order.join(QLatin1Char(' ')), down.join(QLatin1Char(' ')));
     for (int i = down.size() - 2; i >= 0; --i) {
-        press(Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(focus(), down.at(i));
+        _console.press(Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(ConsoleKeyboard::focus(), down.at(i));
     }
 }
 
@@ -223,14 +171,14 @@ void TestNotificationsPage::everyMode()
     QFETCH(QString, keys);
     QFETCH(QByteArray, schedule);
     openPage(line("30 * * * *"));
-    tabTo("_hourRadioButton");
+    _console.tabTo("_hourRadioButton");
     for (int i = 0; i < qAbs(stepsFromHour); ++i)
-        press(stepsFromHour < 0 ? Qt::Key_Left : Qt::Key_Down);
-    tabTo(field.toLatin1().constData());
-    type(keys);
+        _console.press(stepsFromHour < 0 ? Qt::Key_Left : Qt::Key_Down);
+    _console.tabTo(field.toLatin1().constData());
+    _console.type(keys);
     apply();
     QCOMPARE(cronTable(), head + line(schedule));
-    QCOMPARE(focus(), field); // where the administrator was typing
+    QCOMPARE(ConsoleKeyboard::focus(), field); // where the administrator was typing
     QCOMPARE(find<QLineEdit>("_expertLineEdit")->text(), QString::fromLatin1(schedule));
 }
 
@@ -238,13 +186,13 @@ void TestNotificationsPage::theTexts()
 {
     openPage(line("30 4 * * *"));
     for (const char *name : {"_warnquotaconfPlainTextEdit", "_quotagrpadminsPlainTextEdit", "_quotatabPlainTextEdit"}) {
-        tabTo(name);
-        press(Qt::Key_End, Qt::ControlModifier);
-        type(QStringLiteral("more"));
-        press(Qt::Key_Return);
+        _console.tabTo(name);
+        _console.press(Qt::Key_End, Qt::ControlModifier);
+        _console.type(QStringLiteral("more"));
+        _console.press(Qt::Key_Return);
     }
     apply();
-    QCOMPARE(focus(), QStringLiteral("_quotatabPlainTextEdit"));
+    QCOMPARE(ConsoleKeyboard::focus(), QStringLiteral("_quotatabPlainTextEdit"));
     QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("FROM = \"root@localhost\"\nmore\n"));
     QCOMPARE(_sandbox.readEtc(QStringLiteral("quotagrpadmins")), QByteArray("staff: anna\nmore\n"));
     QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("/dev/vda1:This is your home folder\nmore\n"));
@@ -254,10 +202,10 @@ void TestNotificationsPage::theTexts()
 void TestNotificationsPage::anotherTask()
 {
     openPage(line("1 * * * *") + line("2 * * * *"));
-    tabTo("_cronJobsComboBox");
-    press(Qt::Key_Down);
-    tabTo("_groupsCheckBox");
-    press(Qt::Key_Space);
+    _console.tabTo("_cronJobsComboBox");
+    _console.press(Qt::Key_Down);
+    _console.tabTo("_groupsCheckBox");
+    _console.press(Qt::Key_Space);
     apply();
     QCOMPARE(cronTable(), head + line("1 * * * *") + "2 * * * * root warnquota -u -g\n");
     QCOMPARE(find<QComboBox>("_cronJobsComboBox")->currentText(), QStringLiteral("2"));
@@ -266,15 +214,15 @@ void TestNotificationsPage::anotherTask()
 void TestNotificationsPage::theLastTaskIsDeleted()
 {
     openPage(line("1 * * * *") + line("2 * * * *"));
-    tabTo("_deleteTaskToolButton");
-    press(Qt::Key_Space);
-    QCOMPARE(focus(), QStringLiteral("_deleteTaskToolButton")); // for the next one
-    press(Qt::Key_Space);
-    QCOMPARE(focus(), QStringLiteral("_addedTaskToolButton")); // all that is left to do here
+    _console.tabTo("_deleteTaskToolButton");
+    _console.press(Qt::Key_Space);
+    QCOMPARE(ConsoleKeyboard::focus(), QStringLiteral("_deleteTaskToolButton")); // for the next one
+    _console.press(Qt::Key_Space);
+    QCOMPARE(ConsoleKeyboard::focus(), QStringLiteral("_addedTaskToolButton")); // all that is left to do here
     apply();
     QCOMPARE(cronTable(), head);
-    QCOMPARE(focus(), QStringLiteral("_addedTaskToolButton"));
-    press(Qt::Key_Space);
+    QCOMPARE(ConsoleKeyboard::focus(), QStringLiteral("_addedTaskToolButton"));
+    _console.press(Qt::Key_Space);
     apply();
     QCOMPARE(cronTable(), head + line("0 * * * *"));
 }
@@ -285,8 +233,8 @@ void TestNotificationsPage::elevenTasks()
     for (int minute = 1; minute <= 10; ++minute)
         lines += line(QByteArray::number(minute) + " * * * *");
     openPage(lines);
-    tabTo("_addedTaskToolButton");
-    press(Qt::Key_Space);
+    _console.tabTo("_addedTaskToolButton");
+    _console.press(Qt::Key_Space);
     apply();
     // By their names, which are texts: "10" before "2", and "new task" after all.
     QByteArray expected = head;
@@ -294,8 +242,8 @@ void TestNotificationsPage::elevenTasks()
         expected += line(QByteArray::number(minute) + " * * * *");
     QCOMPARE(cronTable(), expected);
     QCOMPARE(find<QComboBox>("_cronJobsComboBox")->currentText(), QStringLiteral("11"));
-    tabTo("_groupsCheckBox");
-    press(Qt::Key_Space);
+    _console.tabTo("_groupsCheckBox");
+    _console.press(Qt::Key_Space);
     apply();
     expected = head;
     for (const char *minute : {"1", "9", "0", "10", "2", "3", "4", "5", "6", "7", "8"})
@@ -307,8 +255,8 @@ void TestNotificationsPage::elevenTasks()
 void TestNotificationsPage::aLineThatIsNotUnderstoodStays()
 {
     openPage(line("0 8 * * MON") + line("  00 8 * * *"));
-    tabTo("_groupsCheckBox");
-    press(Qt::Key_Space);
+    _console.tabTo("_groupsCheckBox");
+    _console.press(Qt::Key_Space);
     apply();
     QCOMPARE(cronTable(), head + "0 8 * * MON root warnquota -u -g\n" + line("  00 8 * * *"));
 }
@@ -316,19 +264,19 @@ void TestNotificationsPage::aLineThatIsNotUnderstoodStays()
 void TestNotificationsPage::anEditedLineThatIsNotUnderstoodIsRefused()
 {
     openPage(line("0 8 * * MON"));
-    tabTo("_expertLineEdit");
-    press(Qt::Key_End);
-    press(Qt::Key_Backspace);
-    tabTo("_quotatabPlainTextEdit");
-    press(Qt::Key_S, Qt::ControlModifier);
-    QCOMPARE(focus(), QStringLiteral("_expertLineEdit"));
+    _console.tabTo("_expertLineEdit");
+    _console.press(Qt::Key_End);
+    _console.press(Qt::Key_Backspace);
+    _console.tabTo("_quotatabPlainTextEdit");
+    _console.press(Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(ConsoleKeyboard::focus(), QStringLiteral("_expertLineEdit"));
     QTRY_VERIFY(!QToolTip::text().isEmpty());
-    settle();
+    ConsoleKeyboard::settle();
     QCOMPARE(cronTable(), head + line("0 8 * * MON"));
     QVERIFY(_page->isContentChanged());
-    press(Qt::Key_Backspace);
-    press(Qt::Key_Backspace);
-    type(QStringLiteral("1"));
+    _console.press(Qt::Key_Backspace);
+    _console.press(Qt::Key_Backspace);
+    _console.type(QStringLiteral("1"));
     apply();
     QCOMPARE(cronTable(), head + line("0 8 * * 1"));
 }
@@ -336,10 +284,10 @@ void TestNotificationsPage::anEditedLineThatIsNotUnderstoodIsRefused()
 void TestNotificationsPage::changesAreTakenBack()
 {
     openPage(line("30 4 * * *"));
-    tabTo("_dayRadioButton");
-    press(Qt::Key_Left);
-    press(Qt::Key_R, Qt::ControlModifier);
-    settle();
+    _console.tabTo("_dayRadioButton");
+    _console.press(Qt::Key_Left);
+    _console.press(Qt::Key_R, Qt::ControlModifier);
+    ConsoleKeyboard::settle();
     QVERIFY(!_page->isContentChanged());
     QCOMPARE(find<QLineEdit>("_expertLineEdit")->text(), QStringLiteral("30 4 * * *"));
     QVERIFY(find<QComboBox>("_cronJobsComboBox")->isEnabled());
