@@ -3,6 +3,7 @@
 
 #include "notificationswidget.h"
 
+#include "cronsyntax.h"
 #include "crontabreader.h"
 #include "schedulevalidator.h"
 #include "ui_notificationswidget.h"
@@ -308,8 +309,24 @@ void NotificationsWidget::showMode()
         show(QStringLiteral("HH:mm"), tr("At (hours:minutes):"));
     else if (mode == Mode::Hourly)
         show(QStringLiteral("mm"), tr("At (minutes):"));
+    _ui->_atLabel->setHidden(_ui->_atLabel->text().isEmpty()); // and its room with it
     _ui->_atDateTimeEdit->setEnabled(mode != Mode::Expert);
     _ui->_expertLineEdit->setEnabled(mode == Mode::Expert);
+    showRefusal();
+}
+
+void NotificationsWidget::showRefusal()
+{
+    const ScheduleChoice chosen = choice();
+    const bool isKnown = chosen.mode == Mode::Expert && !(chosen.schedule() == CronSchedule());
+    const CronSyntax::Field refused = isKnown ? CronSyntax::refusedField(chosen.schedule()) : CronSyntax::None;
+    const QString fields[] = {tr("the minute (0 to 59)"), tr("the hour (0 to 23)"),
+                              tr("the day of the month (1 to 31)"), tr("the month (1 to 12)"),
+                              tr("the day of the week (0 to 7)")};
+    _ui->_refusedLineLabel->setVisible(refused != CronSyntax::None);
+    if (refused != CronSyntax::None)
+        //: %1 is a field of the line: "the hour (0 to 23)"
+        _ui->_refusedLineLabel->setFullText(tr("cron refuses %1, and with it all tasks.").arg(fields[refused]));
 }
 
 void NotificationsWidget::setTasksEnabled(bool enabled)

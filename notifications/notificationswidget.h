@@ -72,6 +72,8 @@ private:
     void showNotes(const QVariantMap &notes);
     void showSchedule(const CronSchedule &schedule);
     void showMode();
+    /// Says when cron would not take the line of the expert mode.
+    void showRefusal();
     void setTasksEnabled(bool enabled);
     ScheduleChoice choice() const;
 

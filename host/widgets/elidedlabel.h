@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include <kraglobal.h>
+
 #include <QLabel>
 
 /// One line of plain text that is shortened to the room there is. The whole text is the tool tip then.
-class ElidedLabel : public QLabel
+class KRA_EXPORT ElidedLabel : public QLabel
 {
     Q_OBJECT
 

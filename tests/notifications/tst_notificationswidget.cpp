@@ -4,6 +4,7 @@
 #include "editortest.h"
 #include "madeupwarnings.h"
 
+#include <elidedlabel.h>
 #include <notificationswidget.h>
 #include <schedulechoice.h>
 
@@ -57,6 +58,7 @@ private Q_SLOTS:
     void typingInTheExpertLine();
     void anEditedLineThatDoesNotFitIsRefused();
     void aLineThatFitsNoGrammarCanBeEdited();
+    void aLineThatCronRefusesIsSaid();
 
     void nothingEditedIsExportedAsItWas();
     void elevenTasksAreSavedInTheOrderOfTheirNames();
@@ -529,6 +531,30 @@ void TestNotificationsWidget::aLineThatFitsNoGrammarCanBeEdited()
     QTest::keyClicks(line(), QStringLiteral("1"));
     QVERIFY(_widget->isContentValid());
     QCOMPARE(exportedLines(), QStringList(cronLine("0 8 * * 1")));
+}
+
+void TestNotificationsWidget::aLineThatCronRefusesIsSaid()
+{
+    show({cronLine("0 25 * * *"), cronLine("0 8 * * MON")});
+    const auto *note = find<ElidedLabel>("_refusedLineLabel");
+    QVERIFY(note->isVisible());
+    QVERIFY2(note->fullText().contains(QStringLiteral("the hour (0 to 23)")), qPrintable(note->fullText()));
+    tasks()->setCurrentText(QStringLiteral("2"));
+    QVERIFY(!note->isVisible()); // names are none of the editor's business
+    tasks()->setCurrentText(QStringLiteral("1"));
+    line()->setFocus();
+    line()->selectAll();
+    QTest::keyClicks(line(), QStringLiteral("*/0 2 * * *"));
+    QVERIFY2(note->fullText().contains(QStringLiteral("the minute (0 to 59)")), qPrintable(note->fullText()));
+    QVERIFY(_widget->isContentValid()); // the administrator is told, and decides
+    line()->selectAll();
+    QTest::keyClicks(line(), QStringLiteral("*/5 2 * * *"));
+    QVERIFY(!note->isVisible());
+    line()->selectAll();
+    QTest::keyClicks(line(), QStringLiteral("99 2 * * *"));
+    QVERIFY(note->isVisible());
+    radio("day")->click();
+    QVERIFY(!note->isVisible());
 }
 
 void TestNotificationsWidget::nothingEditedIsExportedAsItWas()

@@ -40,6 +40,7 @@ void TestNotificationsWidgetPictures::picture_data()
         row("hourly", "7 * * * *", false, usual);
         row("expert", "0 8 * * 1-5", false, usual);
         row("notes", "0 8 * * MON", true, usual);
+        row("refused", "0 25 * * *", false, usual);
         row("no-task", "", false, usual);
         row("narrow", "5 8 31 * *", true, QSize(480, 400));
     });
