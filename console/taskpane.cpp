@@ -17,7 +17,7 @@ TaskPane::TaskPane(TaskListModel *tasks, QWidget *parent)
     _ui->setupUi(this);
     _ui->view->setModel(tasks);
     const int character = fontMetrics().averageCharWidth();
-    const int widths[] = {11, 28, 14, 11, 10};
+    const int widths[] = {16, 38, 22, 13, 12};
     for (int column = 0; column < TaskListModel::MessageColumn; ++column)
         _ui->view->setColumnWidth(column, widths[column] * character);
     _ui->splitter->setStretchFactor(0, 3);
