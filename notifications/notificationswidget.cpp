@@ -74,6 +74,7 @@ NotificationsWidget::NotificationsWidget(Module *module, AccessCheck access, QWi
     showNotes({});
     currentJobChanged(QString());
     setTasksEnabled(false);
+    _ui->_noTaskLabel->hide(); // nobody knows before the first read
     blockEditWidget(true);
 }
 
@@ -335,6 +336,7 @@ void NotificationsWidget::setTasksEnabled(bool enabled)
     _ui->_globalWidget->setEnabled(enabled);
     _ui->_cronJobsComboBox->setEnabled(enabled);
     _ui->_deleteTaskToolButton->setEnabled(enabled);
+    _ui->_noTaskLabel->setHidden(enabled);
 }
 
 ScheduleChoice NotificationsWidget::choice() const

@@ -70,6 +70,7 @@ private Q_SLOTS:
 
     void theDailyRunIsSaid();
     void droppedLinesAreSaid();
+    void noTaskIsSaid();
     void theKeyboardReachesEverything();
 
 private:
@@ -696,6 +697,20 @@ void TestNotificationsWidget::droppedLinesAreSaid()
     QVERIFY(note->toolTip().contains(QStringLiteral("&lt;b&gt;")));
     show(oneTask);
     QVERIFY(!note->isVisible());
+}
+
+void TestNotificationsWidget::noTaskIsSaid()
+{
+    const auto *note = find<QLabel>("_noTaskLabel");
+    QVERIFY(!note->isVisible());
+    show(QStringList());
+    QVERIFY(note->isVisible() && note->isEnabled());
+    button("_addedTaskToolButton")->click();
+    QVERIFY(!note->isVisible());
+    show(oneTask);
+    QVERIFY(!note->isVisible());
+    button("_deleteTaskToolButton")->click();
+    QVERIFY(note->isVisible());
 }
 
 void TestNotificationsWidget::theKeyboardReachesEverything()
