@@ -13,7 +13,22 @@
 namespace
 {
 constexpr int widestColumn = 36; // in characters: a name of 32 with its icon
+
+/// The view by itself looks at the first rows only: the names of a long list tend to get longer.
+int widthOfContents(const QTreeView &view, int column)
+{
+    constexpr int rowsLookedAt = 100;
+    const QAbstractItemView &asPublic = view;
+    int width = asPublic.sizeHintForColumn(column);
+    const int last = view.model()->rowCount() - 1;
+    const int steps = std::min(last, rowsLookedAt);
+    for (int step = 1; step <= steps; ++step) {
+        const auto row = static_cast<int>(qint64(last) * step / steps);
+        width = std::max(width, view.sizeHintForIndex(view.model()->index(row, column)).width());
+    }
+    return width;
 }
+} // namespace
 
 ListColumns::ListColumns(QTreeView *view, const QString &listName)
     : _view(view)
@@ -67,12 +82,11 @@ void ListColumns::fit()
         return;
     _isFitted = _view->model()->rowCount() > 0;
     QHeaderView *header = _view->header();
-    const QAbstractItemView *view = _view;
     const int character = _view->fontMetrics().averageCharWidth();
     // The last one takes the room that the others leave.
     const int last = header->count() - 1;
     for (int column = 0; column < last; ++column) {
-        const int needed = std::max(view->sizeHintForColumn(column), header->sectionSizeHint(column));
+        const int needed = std::max(widthOfContents(*_view, column), header->sectionSizeHint(column));
         header->resizeSection(column, std::min(needed + 2 * character, widestColumn * character));
     }
     header->resizeSection(last, header->sectionSizeHint(last));

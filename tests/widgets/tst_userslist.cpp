@@ -40,6 +40,7 @@ private Q_SLOTS:
     void theFiltersSurviveARestart();
     void theColumnsSurviveARestart();
     void columnsThatNeverHadRowsAreFittedAfterARestart();
+    void theLastNameFitsItsColumn();
     void aListThatWasNeverShownSavesNothing();
     void theWarningStandsWhileTheDeviceHasNoQuota();
     void theDeviceSurvivesANewRead();
@@ -270,6 +271,19 @@ void TestUsersList::columnsThatNeverHadRowsAreFittedAfterARestart()
     const int unfitted = view()->header()->defaultSectionSize();
     showThree();
     QTRY_VERIFY(view()->header()->sectionSize(AccountColumn::BlocksTimeToForce) != unfitted);
+}
+
+void TestUsersList::theLastNameFitsItsColumn()
+{
+    _widget->read();
+    QVector<TreeNode *> users;
+    for (int i = 0; i < 3000; ++i) {
+        const QString name = QStringLiteral("u%1").arg(i).leftJustified(i / 120, QLatin1Char('a'));
+        users += AccountList::user(_module.get(), name, i, {{_first, noLimits()}});
+    }
+    AccountList::replace(*_users, users);
+    const QModelIndex last = view()->model()->index(2999, AccountColumn::Title);
+    QTRY_VERIFY(view()->header()->sectionSize(AccountColumn::Title) >= view()->sizeHintForIndex(last).width());
 }
 
 void TestUsersList::aListThatWasNeverShownSavesNothing()
