@@ -193,6 +193,7 @@ void TestQuotaWidget::whatTheEditorsAre()
         QCOMPARE(widget.order(), order);
         QCOMPARE(widget.windowTitle(), QString::fromLatin1(title));
         QCOMPARE(widget.role(), 1);
+        QCOMPARE(widget.size(), QSize(771, 577));
         QCOMPARE(widget.findChild<QLabel *>(QStringLiteral("_quotaIsOnLabel"))->text(), QString::fromLatin1(isOnLabel));
         QCOMPARE(widget.findChild<QLabel *>(QStringLiteral("_deviceSupportQuotaLabel"))->text(),
                  QStringLiteral("Quota on this device:"));
@@ -576,12 +577,13 @@ void TestQuotaWidget::theGeneralFormIsFound()
     computer.addObserver(&watcher);
 
     UserData record = account({{QStringLiteral("/dev/a"), noLimits()}, {QStringLiteral("/dev/b"), noLimits()}});
-    _widget->goToGeneralForm(); // nothing above its element
+    auto *button = find<QPushButton>("_goToGeneralFormPushButton");
+    button->click(); // nothing above its element
     QVERIFY(!watcher.requested);
     _widget->setElement(user);
     _widget->afterSuccessfulRead(user, &record);
     devices()->setCurrentText(QStringLiteral("/dev/b"));
-    _widget->goToGeneralForm();
+    button->click();
     QCOMPARE(watcher.requested, static_cast<TreeNode *>(general));
     GeneralData settings;
     settings.deviceSettings = {{QStringLiteral("/dev/a"), {}}, {QStringLiteral("/dev/b"), {}}};

@@ -16,6 +16,7 @@
 #include <QtTest>
 
 #include <ctime>
+#include <tuple>
 
 using namespace LimitForm;
 using namespace MadeUpAccounts;
@@ -26,7 +27,7 @@ class TestUntouchedLimits : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
+    void init();
     void randomRecords_data();
     void randomRecords();
     void momentsAroundTheChangesOfTheClock_data();
@@ -107,6 +108,12 @@ DeviceQuota randomQuota(QRandomGenerator &random)
     return quota;
 }
 
+void useZone(const QByteArray &zone)
+{
+    qputenv("TZ", zone);
+    tzset();
+}
+
 // In Berlin summer time ended on 2026-10-25 at 03:00, which was 01:00 UTC, and begins on 2027-03-28 at 02:00.
 qint64 endOfSummerTime()
 {
@@ -125,10 +132,9 @@ DeviceQuota exported(const UserWidget &widget, const QString &device)
 }
 } // namespace
 
-void TestUntouchedLimits::initTestCase()
+void TestUntouchedLimits::init()
 {
-    qputenv("TZ", "Europe/Berlin");
-    tzset();
+    useZone("Europe/Berlin");
 }
 
 void TestUntouchedLimits::randomRecords_data()
@@ -186,21 +192,36 @@ void TestUntouchedLimits::randomRecords()
 
 void TestUntouchedLimits::momentsAroundTheChangesOfTheClock_data()
 {
+    QTest::addColumn<QByteArray>("zone");
     QTest::addColumn<qint64>("second");
-    const qint64 end = endOfSummerTime();
-    const qint64 begin = beginOfSummerTime();
-    QTest::newRow("the first 02:30:05") << end - 1795;
-    QTest::newRow("the second 02:30:05") << end + 1805;
-    QTest::newRow("the last second of summer time") << end - 1;
-    QTest::newRow("the first after summer time") << end;
-    QTest::newRow("the last second of winter time") << begin - 1;
-    QTest::newRow("the first of summer time") << begin;
-    QTest::newRow("now past") << qint64(1000000);
+    // On Lord Howe Island it is half an hour, at 15:00 and 15:30 of the other day's UTC; India has no summer time.
+    const std::tuple<QByteArray, qint64, qint64, qint64> changes[] = {
+        {"Europe/Berlin", endOfSummerTime(), beginOfSummerTime(), 3600},
+        {"America/New_York", QDateTime(QDate(2026, 11, 1), QTime(6, 0), Qt::UTC).toSecsSinceEpoch(),
+         QDateTime(QDate(2027, 3, 14), QTime(7, 0), Qt::UTC).toSecsSinceEpoch(), 3600},
+        {"Australia/Lord_Howe", QDateTime(QDate(2027, 4, 3), QTime(15, 0), Qt::UTC).toSecsSinceEpoch(),
+         QDateTime(QDate(2026, 10, 3), QTime(15, 30), Qt::UTC).toSecsSinceEpoch(), 1800},
+        {"Asia/Kolkata", endOfSummerTime(), beginOfSummerTime(), 3600},
+    };
+    for (const auto &[zone, end, begin, shift] : changes) {
+        const auto row = [name = zone](const char *moment, qint64 second) {
+            QTest::addRow("%s: %s", name.constData(), moment) << name << second;
+        };
+        row("the first of two equal times", end - shift / 2 + 5);
+        row("the second", end + shift / 2 + 5);
+        row("the last second of summer time", end - 1);
+        row("the first after summer time", end);
+        row("the last second of winter time", begin - 1);
+        row("the first of summer time", begin);
+        row("long past", 1000000);
+    }
 }
 
 void TestUntouchedLimits::momentsAroundTheChangesOfTheClock()
 {
+    QFETCH(QByteArray, zone);
     QFETCH(qint64, second);
+    useZone(zone);
     for (const Qt::TimeSpec spec : {Qt::LocalTime, Qt::UTC}) {
         RecordingModule module;
         EditedElement element(QStringLiteral("QuotaUserElement"), &module);

@@ -516,7 +516,7 @@ void TestUsersList::theMenuComesBelowThePointer()
 {
     showThree();
     QSignalSpy requests(_widget.get(), &QWidget::customContextMenuRequested);
-    _widget->customContextMenuRequest(QPoint(3, 4));
+    Q_EMIT view()->customContextMenuRequested(QPoint(3, 4));
     QCOMPARE(requests.count(), 1);
     QCOMPARE(requests.first().first().toPoint(), view()->mapToGlobal(QPoint(3, 4 + view()->header()->height())));
 }
