@@ -3,19 +3,12 @@
 
 #include "generalpage.h"
 
-#include "realconsole.h"
-
-#include <elementwidget.h>
-#include <taskobserver.h>
-
-#include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QSpinBox>
 #include <QTest>
-#include <QToolBar>
 
 namespace
 {
@@ -27,21 +20,8 @@ QString half(QuotaKind kind)
 } // namespace
 
 GeneralPage::GeneralPage(RealConsole &console)
-    : _console(console)
-{
-    connect(TaskObserver::instance(), &TaskObserver::taskDetail, this, &GeneralPage::noteDetail);
-    connect(TaskObserver::instance(), &TaskObserver::taskFinished, this, &GeneralPage::noteEnd);
-}
-
-bool GeneralPage::open()
-{
-    return _console.driver().open({QStringLiteral("Quota management")}) && _console.driver().editor();
-}
-
-bool GeneralPage::refresh()
-{
-    return click(QStringLiteral("refreshAction")) && _console.driver().settle();
-}
+    : ConsolePage(console, {QStringLiteral("Quota management")})
+{}
 
 QStringList GeneralPage::devices() const
 {
@@ -121,24 +101,6 @@ QStringList GeneralPage::deviceFacts() const
     return texts(QStringLiteral("_deviceFactsListWidget"));
 }
 
-GeneralPage::Applied GeneralPage::apply()
-{
-    _applied = {};
-    _applied.message = QStringLiteral("Apply did nothing.");
-    _details.clear();
-    _boxes.takeTexts();
-    const bool isDone = click(QStringLiteral("applyAction")) && _console.driver().settle();
-    _applied.succeeded = _applied.succeeded && isDone;
-    _applied.boxes = _boxes.takeTexts();
-    return _applied;
-}
-
-template<class Widget>
-Widget *GeneralPage::find(const QString &name) const
-{
-    return _console.driver().editor()->findChild<Widget *>(name);
-}
-
 QGroupBox *GeneralPage::settings(QuotaKind kind) const
 {
     return find<QGroupBox>(QStringLiteral("_%1SettingsGroupBox").arg(half(kind).toLower()));
@@ -162,31 +124,4 @@ QStringList GeneralPage::texts(const QString &list) const
     for (int i = 0; widget->isVisible() && i < widget->count(); ++i)
         texts.append(widget->item(i)->text());
     return texts;
-}
-
-/// On the tool bar. False while the action is not available.
-bool GeneralPage::click(const QString &action)
-{
-    auto *bar = _console.window().findChild<QToolBar *>();
-    QWidget *button = bar->widgetForAction(_console.window().findChild<QAction *>(action));
-    if (!button->isEnabled())
-        return false;
-    QTest::mouseClick(button, Qt::LeftButton);
-    return true;
-}
-
-void GeneralPage::noteDetail(quint64 id, const QString &text)
-{
-    Q_UNUSED(id) // tasks run one after the other
-    _details.append(text);
-}
-
-void GeneralPage::noteEnd(const TaskReport &task)
-{
-    if (!task.changesMachine)
-        return;
-    _applied.succeeded = task.status == TaskDescription::Succeeded;
-    _applied.message = task.message;
-    _applied.details = _details;
-    _applied.milliseconds = task.runMilliseconds;
 }
