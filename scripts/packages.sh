@@ -54,6 +54,8 @@ KRA_MACHINE_PACKAGES=(
 
 # What only the guest of the disposable machine needs. These are downloaded and unpacked for it, never installed here.
 KRA_GUEST_PACKAGES=(
+    cron
+    dma
     matchbox-window-manager
     systemd
     systemd-sysv
