@@ -3,7 +3,8 @@
 
 #include "notificationsmanager.h"
 
-#include "crontablebackup.h"
+#include "backupcopy.h"
+#include "crontable.h"
 #include "crontabreader.h"
 #include "dailyrun.h"
 #include "warnquotacommand.h"
@@ -47,7 +48,7 @@ std::unique_ptr<NotificationsData> NotificationsManager::read()
     for (const QString &path : defaultFiles)
         readOnce(path);
 
-    const QStringList dropped = CronTableBackup::droppedLines(WholeFile::read(cronFile()).value_or(QByteArray()));
+    const QStringList dropped = CronTable::droppedLines(WholeFile::read(cronFile()).value_or(QByteArray()));
     if (!dropped.isEmpty())
         data->params.insert(NotificationsData::droppedLinesKey(), dropped);
     data->params.insert(NotificationsData::dailyRunKey(), DailyRun::isOn());
@@ -107,9 +108,9 @@ bool NotificationsManager::writeFile(const QString &path, const QString &text)
 bool NotificationsManager::keepDroppedLines()
 {
     const std::optional<QByteArray> table = WholeFile::read(cronFile());
-    if (!table || CronTableBackup::droppedLines(*table).isEmpty())
+    if (!table || CronTable::droppedLines(*table).isEmpty())
         return true;
-    const QString kept = CronTableBackup::keep(cronFile(), *table);
+    const QString kept = BackupCopy::make(cronFile(), *table);
     if (kept.isEmpty()) {
         Q_EMIT error(tr("%1 was left as it is: it holds lines that are not written again, and no copy of it could be "
                         "made in /var/backups.")
