@@ -97,6 +97,8 @@ bool NotificationsManager::writeFile(const QString &path, const QString &text)
     const QByteArray old = WholeFile::read(path).value_or(QByteArray());
     if (QFileInfo::exists(path) && WholeFile::text(old) == text)
         return true;
+    if (WholeFile::text(old).toUtf8() != old && !keepBytes(path, old))
+        return false;
     const FileReplacement written = replaceFile(path, text.toUtf8());
     if (!written.succeeded()) {
         Q_EMIT error(tr("Can'n create %1 file").arg(path));
@@ -110,14 +112,25 @@ bool NotificationsManager::keepDroppedLines()
     const std::optional<QByteArray> table = WholeFile::read(cronFile());
     if (!table || CronTable::droppedLines(*table).isEmpty())
         return true;
-    const QString kept = BackupCopy::make(cronFile(), *table);
-    if (kept.isEmpty()) {
-        Q_EMIT error(tr("%1 was left as it is: it holds lines that are not written again, and no copy of it could be "
-                        "made in /var/backups.")
-                         .arg(cronFile()));
-        return false;
-    }
-    Q_EMIT detail(
-        tr("%1 held lines that are not written again. The file as it was is kept as %2.").arg(cronFile(), kept));
-    return true;
+    return keep(cronFile(), *table, tr("%1 held lines that are not written again. The file as it was is kept as %2."),
+                tr("%1 was left as it is: it holds lines that are not written again, and no copy of it could be made "
+                   "in /var/backups."));
+}
+
+bool NotificationsManager::keepBytes(const QString &path, const QByteArray &bytes)
+{
+    return keep(path, bytes, tr("%1 held bytes that are no text in UTF-8. The file as it was is kept as %2."),
+                tr("%1 was left as it is: it holds bytes that are no text in UTF-8, and no copy of it could be made in "
+                   "/var/backups."));
+}
+
+bool NotificationsManager::keep(const QString &path, const QByteArray &bytes, const QString &keptText,
+                                const QString &failedText)
+{
+    const QString copy = BackupCopy::make(path, bytes);
+    if (copy.isEmpty())
+        Q_EMIT error(failedText.arg(path));
+    else
+        Q_EMIT detail(keptText.arg(path, copy));
+    return !copy.isEmpty();
 }

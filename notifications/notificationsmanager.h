@@ -31,7 +31,8 @@ public:
     bool writeCronJobs(const QList<WarnquotaJob> &jobs);
     /// The whole text of a file; empty when it cannot be read.
     QString readFile(const QString &path);
-    /// Replaces a file. One that reads as this text already keeps its bytes. False when that cannot be done; then the
+    /// Replaces a file. One that reads as this text already keeps its bytes. One that holds bytes which no text can
+    /// bring back is kept as a copy before; without a copy nothing is written. False when that cannot be done; then the
     /// old file stays.
     bool writeFile(const QString &path, const QString &text);
 
@@ -42,4 +43,7 @@ Q_SIGNALS:
 
 private:
     bool keepDroppedLines();
+    bool keepBytes(const QString &path, const QByteArray &bytes);
+    /// Makes a copy and says so in one of the texts: %1 is the path, %2 that of the copy.
+    bool keep(const QString &path, const QByteArray &bytes, const QString &keptText, const QString &failedText);
 };

@@ -10,6 +10,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <functional>
 
 #include <limits.h>
 #include <sys/mount.h>
@@ -39,6 +40,15 @@ struct stat statusOf(const QString &path)
     struct stat status = {};
     stat(QFile::encodeName(path).constData(), &status);
     return status;
+}
+/// Does something while "/var/backups" cannot be written.
+void whileNothingCanBeKept(const std::function<void()> &action)
+{
+    const char *const path = "/var/backups";
+    PrivateMounts::mountMemory(path);
+    QCOMPARE(mount(nullptr, path, nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+    action();
+    QCOMPARE(umount2(path, MNT_DETACH), 0);
 }
 } // namespace
 
@@ -78,6 +88,9 @@ private Q_SLOTS:
     void aMissingFileIsMade();
     void writingGoesOnAfterAFailure();
     void anEditedText();
+    void whatIsNoTextIsKept_data();
+    void whatIsNoTextIsKept();
+    void withoutACopyOfItNothingIsWritten();
     void rightsOfAFileStay();
     void aLinkedFileStaysOne();
 
@@ -304,6 +317,55 @@ void TestNotificationsManager::anEditedText()
     QCOMPARE(manager.readFile(config), text);
 }
 
+void TestNotificationsManager::whatIsNoTextIsKept_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("kept");
+    const auto row = [](const char *name, const QByteArray &bytes, bool kept) { QTest::newRow(name) << bytes << kept; };
+    row("another encoding", "gr\xfc\xdf dich\n", true);
+    row("a character cut short", "gr\xc3", true);
+    row("a mark of the byte order", "\xef\xbb\xbf text\n", true);
+    row("text",
+        "gr\xc3\xbc\xc3\x9f\xc2\xa0"
+        "dich\n",
+        false);
+    row("lines of another system", "one\r\ntwo\r\n", false);
+    row("NUL", QByteArray("a\0b", 3), false);
+    row("nothing", "", false);
+}
+
+/// Of what is edited the rest is written as it was shown, which is not what these bytes were.
+void TestNotificationsManager::whatIsNoTextIsKept()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, kept);
+    setConfig(bytes);
+    NotificationsManager manager;
+    const QSignalSpy details(&manager, &NotificationsManager::detail);
+    QVERIFY(manager.writeFile(config, manager.readFile(config) + QStringLiteral("more\n")));
+    QVERIFY(_sandbox.readEtc(QStringLiteral("warnquota.conf")).endsWith("more\n"));
+    QCOMPARE(MachineFiles::backupContents(), kept ? QByteArrayList({bytes}) : QByteArrayList());
+    QCOMPARE(details.size(), kept ? 1 : 0);
+    if (kept) {
+        const QString copy = MachineFiles::backups().filePath(MachineFiles::backups().entryList().constFirst());
+        QVERIFY(details.first().first().toString().contains(config));
+        QVERIFY(details.first().first().toString().contains(copy));
+    }
+}
+
+void TestNotificationsManager::withoutACopyOfItNothingIsWritten()
+{
+    setConfig("gr\xfc\xdf dich\n");
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    bool written = true;
+    whileNothingCanBeKept([&] { written = manager.writeFile(config, QStringLiteral("text")); });
+    QVERIFY(!written);
+    QCOMPARE(errors.size(), 1);
+    QVERIFY(errors.first().first().toString().contains(config));
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("gr\xfc\xdf dich\n"));
+}
+
 void TestNotificationsManager::rightsOfAFileStay()
 {
     const QByteArray path = QFile::encodeName(config);
@@ -417,16 +479,13 @@ void TestNotificationsManager::onlyRootReadsTheCopy()
 void TestNotificationsManager::withoutACopyNothingIsWritten()
 {
     setTable("# one\n");
-    const QString path = QStringLiteral("/var/backups");
-    PrivateMounts::mountMemory(path.toStdString());
-    QCOMPARE(mount(nullptr, qPrintable(path), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
     NotificationsManager manager;
     const QSignalSpy errors(&manager, &NotificationsManager::error);
-    const bool written = manager.writeCronJobs({});
-    QCOMPARE(umount2(qPrintable(path), MNT_DETACH), 0);
+    bool written = true;
+    whileNothingCanBeKept([&] { written = manager.writeCronJobs({}); });
     QVERIFY(!written);
     QCOMPARE(errors.size(), 1);
-    QVERIFY(errors.first().first().toString().contains(path));
+    QVERIFY(errors.first().first().toString().contains(QStringLiteral("/var/backups")));
     QCOMPARE(table(), QByteArray("# one\n"));
 }
 
