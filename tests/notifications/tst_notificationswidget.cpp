@@ -66,6 +66,7 @@ private Q_SLOTS:
     void textsKeepTheirCharacters_data();
     void textsKeepTheirCharacters();
     void anEditedText();
+    void anEditedTextOfAnotherSystem();
     void afterAnUpdateTheTaskIsShownAgain();
 
     void theDailyRunIsSaid();
@@ -645,6 +646,17 @@ void TestNotificationsWidget::anEditedText()
                                                                "b\nc\nd"));
     QCOMPARE(exported().params.value(NotificationsData::editedFilesKey()).toStringList(), QStringList(config));
     QCOMPARE(exportedLines(), oneTask);
+}
+
+/// The form knows one end of a line, and so does an edited text: never some of the one kind and some of the other.
+void TestNotificationsWidget::anEditedTextOfAnotherSystem()
+{
+    NotificationsData data = record(oneTask);
+    data.files.insert(config, QStringLiteral("one\r\ntwo\r\n"));
+    show(data);
+    configEdit()->setFocus();
+    QTest::keyClicks(configEdit(), QStringLiteral("x"));
+    QCOMPARE(exported().files.value(config), QStringLiteral("xone\ntwo\n"));
 }
 
 void TestNotificationsWidget::afterAnUpdateTheTaskIsShownAgain()
