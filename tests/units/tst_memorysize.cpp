@@ -42,6 +42,8 @@ private Q_SLOTS:
     void splits_data();
     void splits();
     void zeroBytesHaveNoText();
+    void textsAreInTheGeneralFormat_data();
+    void textsAreInTheGeneralFormat();
     void joins_data();
     void joins();
     void joiningIgnoresTheStoredCount();
@@ -126,6 +128,37 @@ void TestMemorySize::zeroBytesHaveNoText()
     QCOMPARE(size.unit, 0);
     QCOMPARE(size.unitName, QStringLiteral("Bytes"));
     QCOMPARE(size.text, QString());
+}
+
+void TestMemorySize::textsAreInTheGeneralFormat_data()
+{
+    QTest::addColumn<quint64>("first");
+    QTest::addColumn<quint64>("step");
+    QTest::newRow("every count of bytes and all of Kb to 64 Kb") << quint64(1) << quint64(1);
+    // Steps of a sixteenth of a unit, less and more: many a text is halfway between two of four digits.
+    for (const quint64 unit : {KiB, MiB, GiB}) {
+        for (const quint64 first : {unit, unit - 1, unit + 1})
+            QTest::addRow("from %llu", first) << first << unit / 16;
+    }
+    QTest::newRow("where four digits end") << 9990 * GiB << GiB / 1024;
+    for (int bit = 11; bit < 64; ++bit)
+        QTest::addRow("around 2^%d", bit)
+            << (quint64(1) << bit) - 32768 * (quint64(1) << (bit - 11) / 2) << (quint64(1) << (bit - 11) / 2);
+}
+
+/// The text is made in a shorter way than by QString::number(), which says what it is to be.
+void TestMemorySize::textsAreInTheGeneralFormat()
+{
+    QFETCH(const quint64, first);
+    QFETCH(const quint64, step);
+    const MemorySizeTransfer units;
+    quint64 bytes = first;
+    for (int i = 0; i < 65536; ++i, bytes += step) {
+        const MemorySize size(units, bytes);
+        const QString number = QString::number(size.value, 'g', 4);
+        if (bytes != 0 && size.text != QStringLiteral("%1 %2").arg(number, size.unitName))
+            QFAIL(qPrintable(QStringLiteral("%1 bytes: %2").arg(bytes).arg(size.text)));
+    }
 }
 
 void TestMemorySize::joins_data()
