@@ -10,6 +10,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <vector>
@@ -44,27 +45,44 @@ File openAccountFile(const QString &path)
     return File(std::fopen(QFile::encodeName(path).constData(), "r"));
 }
 
-PasswdEntry toEntry(const passwd &record)
+/// A field of an account; null where its line lacks it ("+name"). What is plain ASCII, as nearly all of it is, reads
+/// alike in every local encoding and needs no codec.
+QString toText(const char *bytes)
+{
+    const QLatin1String text(bytes);
+    const bool isAscii = std::all_of(text.begin(), text.end(), [](char byte) { return (byte & 0x80) == 0; });
+    return isAscii ? QString(text) : QString::fromLocal8Bit(bytes);
+}
+
+/// The text of a field that most accounts have alike: it is shared with the account before.
+template<typename Entry>
+QString toText(const char *bytes, const QVector<Entry> &before, QString Entry::*field)
+{
+    const bool isAlike = !before.isEmpty() && before.constLast().*field == QLatin1String(bytes);
+    return isAlike ? before.constLast().*field : toText(bytes);
+}
+
+PasswdEntry toEntry(const passwd &record, const QVector<PasswdEntry> &before)
 {
     PasswdEntry entry;
-    entry.name = QString::fromLocal8Bit(record.pw_name);
-    entry.password = QString::fromLocal8Bit(record.pw_passwd);
+    entry.name = toText(record.pw_name);
+    entry.password = toText(record.pw_passwd, before, &PasswdEntry::password);
     entry.uid = record.pw_uid;
     entry.gid = record.pw_gid;
-    entry.gecos = QString::fromLocal8Bit(record.pw_gecos);
-    entry.home = QString::fromLocal8Bit(record.pw_dir);
-    entry.shell = QString::fromLocal8Bit(record.pw_shell);
+    entry.gecos = toText(record.pw_gecos);
+    entry.home = toText(record.pw_dir);
+    entry.shell = toText(record.pw_shell, before, &PasswdEntry::shell);
     return entry;
 }
 
-GroupEntry toEntry(const group &record)
+GroupEntry toEntry(const group &record, const QVector<GroupEntry> &before)
 {
     GroupEntry entry;
-    entry.name = QString::fromLocal8Bit(record.gr_name);
-    entry.password = QString::fromLocal8Bit(record.gr_passwd);
+    entry.name = toText(record.gr_name);
+    entry.password = toText(record.gr_passwd, before, &GroupEntry::password);
     entry.gid = record.gr_gid;
     for (char **member = record.gr_mem; *member != nullptr; ++member)
-        entry.members.append(QString::fromLocal8Bit(*member));
+        entry.members.append(toText(*member));
     return entry;
 }
 
@@ -178,7 +196,7 @@ QVector<PasswdEntry> BufferData::readPasswd()
     }
     QVector<PasswdEntry> entries;
     while (const passwd *record = fgetpwent(file.get()))
-        entries.append(toEntry(*record));
+        entries.append(toEntry(*record, entries));
     return entries;
 }
 
@@ -191,6 +209,6 @@ QVector<GroupEntry> BufferData::readGroup()
     }
     QVector<GroupEntry> entries;
     while (const group *record = fgetgrent(file.get()))
-        entries.append(toEntry(*record));
+        entries.append(toEntry(*record, entries));
     return entries;
 }

@@ -15,3 +15,4 @@ struct GroupEntry
     quint32 gid = 0;
     QStringList members;
 };
+Q_DECLARE_TYPEINFO(GroupEntry, Q_MOVABLE_TYPE);

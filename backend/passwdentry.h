@@ -17,3 +17,4 @@ struct PasswdEntry
     QString home;
     QString shell;
 };
+Q_DECLARE_TYPEINFO(PasswdEntry, Q_MOVABLE_TYPE);

@@ -52,6 +52,8 @@ private Q_SLOTS:
     void groupWithoutMembersHasAnEmptyList();
     void accountsAreNotFiltered();
     void idsUseTheWholeRange();
+    void aFieldIsTheAccountsOwn();
+    void accountsWithoutFieldsHaveEmptyTexts();
     void brokenAccountLinesAreNoAccounts();
     void missingAccountFileIsReportedOnce_data();
     void missingAccountFileIsReportedOnce();
@@ -245,6 +247,39 @@ void TestBufferData::idsUseTheWholeRange()
     BufferData buffer;
     QCOMPARE(buffer.passwdEntries().first().uid, quint32(4294967294));
     QCOMPARE(buffer.passwdEntries().first().gid, quint32(4294967293));
+}
+
+/// What most accounts have alike is not taken over from the account before by one that has it otherwise.
+void TestBufferData::aFieldIsTheAccountsOwn()
+{
+    _sandbox.writeEtc(text("passwd"), "a:x:1:1::/:/bin/sh\nb:x:2:2::/:/bin/sh\nc:*:3:3::/:\nd::4:4::/:/bin/sh-größe\n"
+                                      "e:x:5:5::/:/bin/sh-gr\n");
+    _sandbox.writeEtc(text("group"), "a:x:1:\nb:x:2:\nc:*:3:\n");
+    BufferData buffer;
+    QStringList fields;
+    for (const PasswdEntry &entry : buffer.passwdEntries())
+        fields.append(entry.name + QLatin1Char('|') + entry.password + QLatin1Char('|') + entry.shell);
+    QCOMPARE(fields, (QStringList{text("a|x|/bin/sh"), text("b|x|/bin/sh"), text("c|*|"), text("d||/bin/sh-größe"),
+                                  text("e|x|/bin/sh-gr")}));
+    QStringList passwords;
+    for (const GroupEntry &entry : buffer.groupEntries())
+        passwords.append(entry.password);
+    QCOMPARE(passwords, (QStringList{text("x"), text("x"), text("*")}));
+}
+
+/// As another name service has them appended to the local accounts; the C library hands out null pointers.
+void TestBufferData::accountsWithoutFieldsHaveEmptyTexts()
+{
+    _sandbox.writeEtc(text("passwd"), "anna:x:1000:1000::/home/anna:/bin/sh\n+otto\n");
+    _sandbox.writeEtc(text("group"), "staff:x:50:\n+others\n");
+    BufferData buffer;
+    QCOMPARE(buffer.passwdEntries().size(), 2);
+    QCOMPARE(buffer.passwdEntries().last().name, text("+otto"));
+    QVERIFY(buffer.passwdEntries().last().password.isEmpty());
+    QVERIFY(buffer.passwdEntries().last().shell.isEmpty());
+    QCOMPARE(buffer.groupEntries().size(), 2);
+    QCOMPARE(buffer.groupEntries().last().name, text("+others"));
+    QVERIFY(buffer.groupEntries().last().password.isEmpty());
 }
 
 void TestBufferData::brokenAccountLinesAreNoAccounts()
