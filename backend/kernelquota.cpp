@@ -23,9 +23,9 @@ quint64 toSeconds(const QDateTime &time)
 
 } // namespace
 
-MemorySize MemorySizes::size(quint64 bytes)
+const MemorySize &MemorySizes::limit(quint64 bytes)
 {
-    MemorySize &recent = _recent[qHash(bytes >> BlockShift) % _recent.size()];
+    MemorySize &recent = _recent[qHashBits(&bytes, sizeof bytes) % _recent.size()];
     if (recent.bytes != bytes)
         recent = MemorySize(_units, bytes);
     return recent;
@@ -33,9 +33,9 @@ MemorySize MemorySizes::size(quint64 bytes)
 
 void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes)
 {
-    quota.usedBlocks = sizes.size(record.dqb_curspace);
-    quota.hardBlockLimit = sizes.size(record.dqb_bhardlimit << BlockShift);
-    quota.softBlockLimit = sizes.size(record.dqb_bsoftlimit << BlockShift);
+    quota.usedBlocks = sizes.used(record.dqb_curspace);
+    quota.hardBlockLimit = sizes.limit(record.dqb_bhardlimit << BlockShift);
+    quota.softBlockLimit = sizes.limit(record.dqb_bsoftlimit << BlockShift);
     quota.usedInodes = record.dqb_curinodes;
     quota.hardInodeLimit = record.dqb_ihardlimit;
     quota.softInodeLimit = record.dqb_isoftlimit;

@@ -10,12 +10,15 @@
 
 #include <sys/quota.h>
 
-/// Makes amounts of space from counts of bytes. Most accounts of a machine have one of a few limits: what came up
-/// lately is given out again, and accounts with the same limit share its text.
+/// Makes amounts of space from counts of bytes.
 class MemorySizes
 {
 public:
-    MemorySize size(quint64 bytes);
+    /// Of what is used hardly two are alike.
+    MemorySize used(quint64 bytes) const { return {_units, bytes}; }
+    /// Most accounts of a machine have one of a few limits: what came up lately is given out again, and accounts with
+    /// the same limit share its text. Valid until the next one.
+    const MemorySize &limit(quint64 bytes);
 
 private:
     MemorySizeTransfer _units;
