@@ -98,7 +98,7 @@ std::vector<AccountDevice> AccountQuotas::knownDevices(QuotaKind kind)
         facts.optionInForce = settings.optionInForce;
         facts.blockGracePeriod = settings.blockGrace;
         facts.inodeGracePeriod = settings.inodeGrace;
-        known.push_back({facts, failures});
+        known.push_back({facts, failures, device.toUtf8()});
     }
     disconnect(collecting);
     return known;

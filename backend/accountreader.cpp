@@ -24,7 +24,7 @@ QMap<QString, DeviceQuota> AccountReader::read(qint32 id)
         }
         _asked = &device;
         _failed = false;
-        const dqblk record = _kernel.getQuota(facts.deviceName, id, _kind);
+        const dqblk record = _kernel.getQuota(device.path, id, _kind);
         if (!_failed)
             setFromKernel(*quotas.insert(facts.deviceName, facts), record, _sizes);
     }

@@ -8,6 +8,7 @@
 
 #include <quotakind.h>
 
+#include <QByteArray>
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -20,6 +21,7 @@ struct AccountDevice
 {
     DeviceQuota facts;    ///< everything that is alike for all accounts; nothing of an account
     QStringList failures; ///< what was reported of the device so far
+    QByteArray path;      ///< of the device, as the kernel is asked for it
 };
 
 /// Asks the kernel for the quotas of any number of accounts, one question for each account and device.

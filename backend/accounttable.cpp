@@ -17,15 +17,16 @@ bool isAccount(const QString &name)
     return !name.startsWith(QLatin1Char('+')) && !name.startsWith(QLatin1Char('-'));
 }
 
-/// Of two accounts with one name the first counts. Ids above 2^31 keep their bits in the signed number.
+/// Of two accounts with one name the first counts, which replaces the other. Ids above 2^31 keep their bits in the
+/// signed number.
 template<typename Entry, typename Id>
 QHash<QString, qint32> idsByName(const QVector<Entry> &entries, Id Entry::*id)
 {
     QHash<QString, qint32> ids;
     ids.reserve(entries.size());
-    for (const Entry &entry : entries) {
-        if (isAccount(entry.name) && !ids.contains(entry.name))
-            ids.insert(entry.name, static_cast<qint32>(entry.*id));
+    for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+        if (isAccount(entry->name))
+            ids.insert(entry->name, static_cast<qint32>((*entry).*id));
     }
     return ids;
 }

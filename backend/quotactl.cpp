@@ -6,8 +6,6 @@
 #include "quotactlmessages.h"
 #include "systemnames.h"
 
-#include <QByteArray>
-
 #include <cerrno>
 
 QuotaCtl::QuotaCtl(QObject *parent)
@@ -17,31 +15,36 @@ QuotaCtl::QuotaCtl(QObject *parent)
 int QuotaCtl::getFormat(const QString &device, int type)
 {
     qint32 format = 0;
-    return call(Q_GETFMT, device, type, 0, &format) ? format : -1;
+    return call(Q_GETFMT, device.toUtf8(), type, 0, &format) ? format : -1;
 }
 
 dqinfo QuotaCtl::getInfo(const QString &device, int type)
 {
     dqinfo info = {};
-    return call(Q_GETINFO, device, type, 0, &info) ? info : dqinfo{};
+    return call(Q_GETINFO, device.toUtf8(), type, 0, &info) ? info : dqinfo{};
 }
 
 bool QuotaCtl::setInfo(const QString &device, const dqinfo &info, int type)
 {
     dqinfo given = info;
-    return call(Q_SETINFO, device, type, 0, &given);
+    return call(Q_SETINFO, device.toUtf8(), type, 0, &given);
 }
 
 dqblk QuotaCtl::getQuota(const QString &device, qint32 id, int type)
 {
+    return getQuota(device.toUtf8(), id, type);
+}
+
+dqblk QuotaCtl::getQuota(const QByteArray &devicePath, qint32 id, int type)
+{
     dqblk quota = {};
-    return call(Q_GETQUOTA, device, type, id, &quota) ? quota : dqblk{};
+    return call(Q_GETQUOTA, devicePath, type, id, &quota) ? quota : dqblk{};
 }
 
 bool QuotaCtl::setQuota(const QString &device, qint32 id, const dqblk &quota, int type)
 {
     dqblk given = quota;
-    return call(Q_SETQUOTA, device, type, id, &given);
+    return call(Q_SETQUOTA, device.toUtf8(), type, id, &given);
 }
 
 bool QuotaCtl::switchQuota(const QString &device, int type, bool on)
@@ -51,13 +54,13 @@ bool QuotaCtl::switchQuota(const QString &device, int type, bool on)
         return false;
     }
     QByteArray quotaFile = '/' + QByteArray(SystemNames::quotaFileName(static_cast<QuotaKind>(type)).data());
-    return on ? call(Q_QUOTAON, device, type, QFMT_VFS_V1, quotaFile.data())
-              : call(Q_QUOTAOFF, device, type, 0, quotaFile.data());
+    return on ? call(Q_QUOTAON, device.toUtf8(), type, QFMT_VFS_V1, quotaFile.data())
+              : call(Q_QUOTAOFF, device.toUtf8(), type, 0, quotaFile.data());
 }
 
-bool QuotaCtl::call(int command, const QString &device, int type, qint32 id, void *address)
+bool QuotaCtl::call(int command, const QByteArray &devicePath, int type, qint32 id, void *address)
 {
-    if (quotactl(QCMD(command, type), device.toUtf8().constData(), id, static_cast<caddr_t>(address)) == 0)
+    if (quotactl(QCMD(command, type), devicePath.constData(), id, static_cast<caddr_t>(address)) == 0)
         return true;
     reportFailure(errno);
     return false;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 
@@ -28,6 +29,8 @@ public:
 
     /// One account's limits and usage. All zero on failure.
     dqblk getQuota(const QString &device, qint32 id, int type);
+    /// The same for a path in UTF-8 already: to ask for many accounts on one device.
+    dqblk getQuota(const QByteArray &devicePath, qint32 id, int type);
     bool setQuota(const QString &device, qint32 id, const dqblk &quota, int type);
 
     /// Hands the kernel the quota file by its bare name below "/", whatever the mount point. Quotas are switched by
@@ -40,6 +43,6 @@ Q_SIGNALS:
     void error(int errorNumber);
 
 private:
-    bool call(int command, const QString &device, int type, qint32 id, void *address);
+    bool call(int command, const QByteArray &devicePath, int type, qint32 id, void *address);
     void reportFailure(int errorNumber);
 };
