@@ -105,6 +105,7 @@ void Startup::prepareProcess()
     useSystemPath();
     useCommonFileMask();
     useUtf8();
+    nameTimeZone();
     nameAskingUser();
     if (geteuid() == 0) {
         dropForeignCode();
@@ -141,6 +142,12 @@ void Startup::useUtf8()
     }
     qunsetenv("LC_ALL");
     qputenv("LC_CTYPE", utf8Locale);
+}
+
+void Startup::nameTimeZone()
+{
+    if (!qEnvironmentVariableIsSet("TZ")) // set and empty means UTC
+        qputenv("TZ", ":/etc/localtime");
 }
 
 void Startup::useFoldersOf(uid_t account)

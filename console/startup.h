@@ -23,6 +23,11 @@ void useCommonFileMask();
 /// except where the machine does not have the named locale: one such category would take all others to "C".
 void useUtf8();
 
+/// TZ names the machine's own zone where it is not set, which changes no time that is shown. It saves the C library a
+/// look at /etc/localtime for every single time it converts; for that, the console has to be started anew to follow the
+/// machine into another zone. Summer time comes and goes as ever.
+void nameTimeZone();
+
 /// HOME and the XDG folders become those of an account. The way to the caller's display stays open: the X authority
 /// file of the caller's home, and the Wayland socket of the caller's run-time folder.
 void useFoldersOf(uid_t account);

@@ -6,6 +6,7 @@
 #include <startup.h>
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QLocale>
 #include <QTextCodec>
 #include <QTextStream>
@@ -27,5 +28,7 @@ int main(int argc, char *argv[])
     out << "probe text=" << QString::fromLocal8Bit("\xc3\xa4").size() << '\n';
     out << "probe locale=" << QLocale::system().name() << '\n';
     out << "probe languages=" << QLocale::system().uiLanguages().join(QLatin1Char(' ')) << '\n';
+    out << "probe time=" << QDateTime::fromSecsSinceEpoch(1900000000).toString(QStringLiteral("dd.MM.yyyy hh:mm"))
+        << '\n';
     return 0;
 }

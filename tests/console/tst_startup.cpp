@@ -18,6 +18,8 @@ private Q_SLOTS:
     void textsAreUtf8InEveryLocale_data();
     void textsAreUtf8InEveryLocale();
     void goodLocaleIsLeftAlone();
+    void timeZoneStaysWhatItIs_data();
+    void timeZoneStaysWhatItIs();
     void rootUsesItsOwnFolders();
     void displayStaysReachable();
     void foreignCodeIsDropped();
@@ -112,6 +114,35 @@ void StartupTest::goodLocaleIsLeftAlone()
     QCOMPARE(found.value(QStringLiteral("LC_ALL")), QStringLiteral("C.UTF-8"));
     QVERIFY(!found.contains(QStringLiteral("LC_CTYPE")));
     QVERIFY(!found.contains(QStringLiteral("LC_MESSAGES")));
+}
+
+void StartupTest::timeZoneStaysWhatItIs_data()
+{
+    QTest::addColumn<Environment>("environment");
+    QTest::addColumn<QString>("named");
+    const QString tz = QStringLiteral("TZ");
+    QTest::newRow("the machine's") << Environment() << QStringLiteral(":/etc/localtime");
+    QTest::newRow("UTC") << Environment{{tz, QString()}} << QString();
+    QTest::newRow("the caller's") << Environment{{tz, QStringLiteral("Asia/Kolkata")}}
+                                  << QStringLiteral("Asia/Kolkata");
+}
+
+void StartupTest::timeZoneStaysWhatItIs()
+{
+    QFETCH(Environment, environment);
+    QFETCH(QString, named);
+    const Environment found = start(environment);
+    QVERIFY(found.contains(QStringLiteral("TZ")));
+    QCOMPARE(found.value(QStringLiteral("TZ")), named);
+    // As without the console's start.
+    QProcess date;
+    QProcessEnvironment surroundings;
+    for (auto variable = environment.begin(); variable != environment.end(); ++variable)
+        surroundings.insert(variable.key(), variable.value());
+    date.setProcessEnvironment(surroundings);
+    date.start(QStringLiteral("date"), {QStringLiteral("--date=@1900000000"), QStringLiteral("+%d.%m.%Y %H:%M")});
+    QVERIFY(date.waitForFinished());
+    QCOMPARE(found.value(QStringLiteral("probe time")), QString::fromUtf8(date.readAllStandardOutput()).trimmed());
 }
 
 void StartupTest::rootUsesItsOwnFolders()
