@@ -79,7 +79,7 @@ MainWindow::MainWindow(Session &session, QWidget *parent)
     const std::vector<PluginRecord> &plugins = session.pluginRecords();
     if (!std::all_of(plugins.cbegin(), plugins.cend(),
                      [&session](const PluginRecord &record) { return isWhollyAtWork(record, session.tree()); }))
-        _pluginsNotice->say(QStringLiteral("kra-plugin"), tr("Not every plug-in is at work."), tr("&Show why"));
+        _pluginsNotice->say(QStringLiteral("kra-plugin"), tr("Not every plug-in is at work."), tr("Show &why"));
     _ui->readAlwaysAction->setChecked(session.readsListsAlways());
     updateActions();
     if (auto *first = dynamic_cast<Element *>(session.tree().rootNode()->childNodes().value(0))) {
@@ -322,7 +322,7 @@ void MainWindow::taskEnded(const TaskReport &task)
         // Closing now would take the reason away before it was read.
         _isClosing = false;
         _closingNotice->say(QStringLiteral("dialog-error"),
-                            tr("The console stays open, since \"%1\" failed.").arg(task.description), tr("&Hide"));
+                            tr("The console stays open, since \"%1\" failed.").arg(task.description), tr("H&ide"));
     } else if (!TaskObserver::instance()->isChangingMachine()) {
         _isClosing = false;
         _closingNotice->say({}, {});
