@@ -30,11 +30,17 @@ ElementMenu::ElementMenu(Element *element, bool isShown, QWidget *parent)
     QAction *open = addAction(QIcon::fromTheme(QStringLiteral("document-open")), tr("&Open"));
     open->setEnabled(!isShown);
     setDefaultAction(open);
-    connect(open, &QAction::triggered, this, [this] { Q_EMIT openChosen(_element.data()); });
+    connect(open, &QAction::triggered, this, [this] {
+        if (_element)
+            Q_EMIT openChosen(_element.data());
+    });
 
     QAction *refresh = addAction(QIcon::fromTheme(QStringLiteral("view-refresh")), tr("&Refresh"));
     refresh->setEnabled(element->availableOperations() & (OperationType::Read | OperationType::ReadContent));
-    connect(refresh, &QAction::triggered, this, [this] { Q_EMIT refreshChosen(_element.data()); });
+    connect(refresh, &QAction::triggered, this, [this] {
+        if (_element)
+            Q_EMIT refreshChosen(_element.data());
+    });
 
     addVariants(*element);
     addSeparator();

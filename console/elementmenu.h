@@ -7,7 +7,7 @@
 
 #include <QMenu>
 
-/// What can be done with an element, for the menu on its row.
+/// What can be done with an element, for the menu on its row. Once the element is gone, nothing.
 class ElementMenu : public QMenu
 {
     Q_OBJECT

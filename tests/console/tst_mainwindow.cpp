@@ -56,6 +56,7 @@ private Q_SLOTS:
     void focusMovesBetweenTheParts();
     void tabVisitsEveryPart();
     void menuOffersWhatIsPossible();
+    void menuOfWhatWentChoosesNothing();
     void runningTaskIsSeen();
     void closingAsksForChanges();
     void closingWhileAQuestionStandsFollowsItsAnswer_data();
@@ -427,6 +428,24 @@ void MainWindowTest::menuOffersWhatIsPossible()
     menu->actions().at(0)->trigger();
     menu->close();
     QTRY_COMPARE(_pages->currentElement(), users);
+    QTRY_VERIFY(!menu);
+}
+
+void MainWindowTest::menuOfWhatWentChoosesNothing()
+{
+    clickAndWait(_fake->list());
+    tree()->expand(tree()->indexOf(_fake->list()));
+    const QModelIndex row = tree()->indexOf(_fake->list()->childNodes().at(0));
+    Q_EMIT tree()->customContextMenuRequested(tree()->visualRect(row).center());
+    const QPointer<QMenu> menu = _window->findChild<ElementMenu *>();
+    QVERIFY(menu);
+    _fake->list()->clearDelete(); // as another read of the list does
+    const QList<QAction *> offers = menu->actions().mid(0, 2);
+    for (QAction *offered : offers) {
+        offered->trigger();
+        QCOMPARE(_pages->currentElement(), _fake->list());
+    }
+    menu->close();
     QTRY_VERIFY(!menu);
 }
 
