@@ -5,8 +5,6 @@
 
 #include "accountcolumn.h"
 
-#include <elementdata.h>
-
 QString AbstractContainerElement::devicesKey()
 {
     return QStringLiteral("devices");
@@ -65,15 +63,4 @@ QStringList AbstractContainerElement::displayChildrenVariants() const
 OperationTypes AbstractContainerElement::availableOperations() const
 {
     return ContainerElement::availableOperations() | OperationType::ChangeDisplay;
-}
-
-void AbstractContainerElement::performOperation(OperationType type, ElementData *data, int extra)
-{
-    const auto *display = dynamic_cast<const ChangeDisplayElementData *>(data);
-    if (type != OperationType::ChangeDisplay || !display) {
-        ContainerElement::performOperation(type, data, extra);
-        return;
-    }
-    setDisplayChildrenVariant(display->displayType());
-    emitNodeChildsDataChanged();
 }

@@ -27,6 +27,4 @@ public:
     QStringList displayChildrenVariants() const override;
     /// Read content, read, and change display.
     OperationTypes availableOperations() const override;
-    /// Changes the display variant itself, and leaves everything else to the module.
-    void performOperation(OperationType type, ElementData *data, int extra) override;
 };

@@ -75,17 +75,6 @@ OperationTypes AccountsElement::availableOperations() const
     return OperationType::ReadContent | OperationType::ChangeDisplay;
 }
 
-void AccountsElement::performOperation(OperationType type, ElementData *data, int extra)
-{
-    const auto *wanted = dynamic_cast<ChangeDisplayElementData *>(data);
-    if (type != OperationType::ChangeDisplay || !wanted) {
-        ContainerElement::performOperation(type, data, extra);
-        return;
-    }
-    setDisplayChildrenVariant(wanted->displayType());
-    emitNodeChildsDataChanged();
-}
-
 AccountElement::AccountElement(AccountModule *module, const QString &name)
     : OrdinaryElement(module->kind().accountType, module->kind().containerType, name, module, &everybody, Place::Child)
 {}

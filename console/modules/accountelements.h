@@ -20,7 +20,6 @@ public:
     /// The system's own accounts, and the others.
     QStringList displayChildrenVariants() const override;
     OperationTypes availableOperations() const override;
-    void performOperation(OperationType type, ElementData *data, int extra) override;
 };
 
 /// One account. Its record is an AccountData.

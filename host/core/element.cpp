@@ -162,6 +162,12 @@ OperationTypes ContainerElement::availableOperations() const
 
 void ContainerElement::performOperation(OperationType type, ElementData *data, int extra)
 {
+    const auto *display = dynamic_cast<const ChangeDisplayElementData *>(data);
+    if (type == OperationType::ChangeDisplay && display) {
+        setDisplayChildrenVariant(display->displayType());
+        emitNodeChildsDataChanged();
+        return;
+    }
     if (type == OperationType::ReadContent)
         setContent(Content::Reading);
     Element::performOperation(type, data, extra);

@@ -121,7 +121,8 @@ public:
     /// Whether the children should be read when they are to be shown: they never were, or were marked stale.
     bool needsContentRead() const { return _content == Content::NeverRead || _content == Content::Stale; }
 
-    /// Notes that the content is being read before it passes OperationType::ReadContent on.
+    /// Changes the display variant itself, with OperationType::ChangeDisplay and its record. Notes that the content is
+    /// being read before it passes OperationType::ReadContent on, as it does with everything else.
     void performOperation(OperationType type, ElementData *data, int extra) override;
 
     /// Only while the content was never asked for: from then on whoever shows it decides when it is read again.

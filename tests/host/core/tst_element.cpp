@@ -428,9 +428,20 @@ void TestElement::displayVariant()
     const auto container = makeElement<ContainerElement>(module);
     QVERIFY(container->displayChildrenVariants().isEmpty());
     QCOMPARE(container->displayChildrenVariant(), 0);
-    container->setDisplayChildrenVariant(2);
+    container->append(makeElement<OrdinaryElement>(module).release());
+    TreeNodeModel model;
+    model.setRootNode(container.get());
+    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    ChangeDisplayElementData second(2);
+    container->performOperation(OperationType::ChangeDisplay, &second, 0);
     QCOMPARE(container->displayChildrenVariant(), 2);
-    QCOMPARE(ChangeDisplayElementData(1).displayType(), 1);
+    QTRY_COMPARE(changed.size(), 1); // the rows are to be looked at again
+    QVERIFY(module.asked.isEmpty());
+
+    ElementData other;
+    container->performOperation(OperationType::ChangeDisplay, &other, 0);
+    QCOMPARE(module.asked, QStringList(QStringLiteral("2048 Thing 0")));
+    QCOMPARE(container->displayChildrenVariant(), 2);
 }
 
 void TestElement::recordIsCopiedWhole()
