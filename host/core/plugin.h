@@ -12,10 +12,13 @@
 
 class Module;
 
+/// The interface identifier of the plug-ins that this framework loads.
+#define KRA_PLUGIN_IID "zel-admin-kra/0.0"
+
 /// What a plug-in library exports: a title, a description and its modules. User-interface thread only.
 ///
 /// A plug-in library declares its class with
-///     Q_PLUGIN_METADATA(IID "zel-admin-kra/0.0")
+///     Q_PLUGIN_METADATA(IID KRA_PLUGIN_IID)
 /// The loader compares that identifier before it loads the library, constructs the class, asks isValid(), and only then
 /// places its modules.
 class KRA_EXPORT Plugin : public QObject
@@ -45,6 +48,3 @@ private:
     QString _description;
     std::vector<Module *> _modules;
 };
-
-/// The interface identifier of the plug-ins that this framework loads.
-#define KRA_PLUGIN_IID "zel-admin-kra/0.0"

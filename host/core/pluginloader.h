@@ -14,7 +14,8 @@
 class ModuleTree;
 class Plugin;
 
-/// What became of one plug-in file. Each state includes what the states before it in the list of successful ones say.
+/// What became of one plug-in file. The states stand in the order of the steps that a plug-in can fail at: one that
+/// failed at a step has passed those before it.
 struct KRA_EXPORT PluginRecord
 {
     enum class State

@@ -6,6 +6,9 @@
 #include "elementwidget.h"
 
 /// An editor that shows a container's children as rows. It has no content of its own to apply.
+///
+/// For the menu of a row it emits its own customContextMenuRequested(), with the place in coordinates of the screen,
+/// and before that elementContextOperationChanged() with the row's element. The host opens the menu.
 class KRA_EXPORT ListElementWidget : public ElementWidget
 {
     Q_OBJECT

@@ -9,8 +9,6 @@
 
 #include <algorithm>
 
-/// The editors of an element's page: its own first, then those of its supplements that belong there, larger order
-/// first.
 std::vector<PageEditor> pageEditorsOf(Element *element)
 {
     std::vector<PageEditor> editors;
