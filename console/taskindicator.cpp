@@ -25,11 +25,11 @@ TaskIndicator::TaskIndicator(TaskListModel *tasks, QWidget *parent)
     row->addWidget(_text);
     row->addWidget(_progress);
     hide();
-    connect(tasks, &QAbstractItemModel::rowsInserted, this, &TaskIndicator::update);
-    connect(tasks, &QAbstractItemModel::dataChanged, this, &TaskIndicator::update);
+    connect(tasks, &QAbstractItemModel::rowsInserted, this, &TaskIndicator::showCurrentTask);
+    connect(tasks, &QAbstractItemModel::dataChanged, this, &TaskIndicator::showCurrentTask);
 }
 
-void TaskIndicator::update()
+void TaskIndicator::showCurrentTask()
 {
     const QString description = _tasks->currentDescription();
     _text->setText(description);

@@ -18,7 +18,7 @@ public:
     explicit TaskIndicator(TaskListModel *tasks, QWidget *parent = nullptr);
 
 private:
-    void update();
+    void showCurrentTask();
 
     TaskListModel *_tasks;
     QLabel *_text;

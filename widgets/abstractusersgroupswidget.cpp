@@ -116,7 +116,7 @@ void AbstractUsersGroupsWidget::performOperation(OperationType type, ElementData
         const QString before = box->currentText();
         DevicesBox::fill(box, record->params.value(key).toStringList(), before);
         if (box->currentText() == before)
-            warn(before);
+            updateWarning(before);
         else
             deviceChanged(box->currentText());
     }
@@ -144,7 +144,7 @@ void AbstractUsersGroupsWidget::deviceChanged(const QString &deviceName)
 {
     if (!element())
         return;
-    warn(deviceName);
+    updateWarning(deviceName);
     chooseDeviceForRows(deviceName);
     element()->emitNodeChildsDataChanged();
 }
@@ -171,7 +171,7 @@ void AbstractUsersGroupsWidget::setWarningText(const QString &text)
     _ui->_warningLabel->setText(text);
 }
 
-void AbstractUsersGroupsWidget::warn(const QString &deviceName)
+void AbstractUsersGroupsWidget::updateWarning(const QString &deviceName)
 {
     if (element())
         _ui->_warningLabel->setHidden(supportsQuota(element()->childNodes(), deviceName));

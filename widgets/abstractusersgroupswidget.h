@@ -47,8 +47,8 @@ protected:
     void setWarningText(const QString &text);
 
 private:
-    /// Whether the device has no quotas of this kind, as far as the first account knows.
-    void warn(const QString &deviceName);
+    /// Shows the warning where the device has no quotas of this kind, as far as the first account knows.
+    void updateWarning(const QString &deviceName);
     void chooseDeviceForRows(const QString &deviceName);
     void buildFilters();
     void loadFilters();

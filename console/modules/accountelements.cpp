@@ -20,7 +20,7 @@ enum Variant
 
 const AccountKind &kindOf(const Element &element)
 {
-    return static_cast<const AccountModule *>(element.module())->kind();
+    return static_cast<const AccountModule *>(element.module())->accountKind();
 }
 
 bool isValueRole(int role)
@@ -30,8 +30,8 @@ bool isValueRole(int role)
 } // namespace
 
 AccountsElement::AccountsElement(AccountModule *module)
-    : ContainerElement(module->kind().containerType, QStringLiteral("LocalComputer"), module->kind().containerTitle,
-                       module, &everybody, Place::Top)
+    : ContainerElement(module->accountKind().containerType, QStringLiteral("LocalComputer"),
+                       module->accountKind().containerTitle, module, &everybody, Place::Top)
 {}
 
 QString AccountsElement::caption() const
@@ -76,7 +76,8 @@ OperationTypes AccountsElement::availableOperations() const
 }
 
 AccountElement::AccountElement(AccountModule *module, const QString &name)
-    : OrdinaryElement(module->kind().accountType, module->kind().containerType, name, module, &everybody, Place::Child)
+    : OrdinaryElement(module->accountKind().accountType, module->accountKind().containerType, name, module, &everybody,
+                      Place::Child)
 {}
 
 QString AccountElement::caption() const

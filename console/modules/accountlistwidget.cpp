@@ -19,8 +19,8 @@ AccountListWidget::AccountListWidget(AccountModule *module)
     , _rows(new ElementsWidgetProxyModel(this))
     , _view(new ElementTreeView(this))
 {
-    setElementType(module->kind().containerType);
-    setWindowTitle(module->kind().containerTitle);
+    setElementType(module->accountKind().containerType);
+    setWindowTitle(module->accountKind().containerTitle);
 
     _rows->setFilterCaseSensitivity(Qt::CaseInsensitive);
     _rows->setDynamicSortFilter(true);

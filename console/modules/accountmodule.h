@@ -15,7 +15,7 @@ class AccountModule : public Module
 public:
     AccountModule(AccountKind kind, QObject *parent);
 
-    const AccountKind &kind() const { return _kind; }
+    const AccountKind &accountKind() const { return _kind; }
 
     void performOperation(ContextOperation *operation, OperationType type, ElementData *data, int extra) override;
 

@@ -22,9 +22,9 @@ void noteFailures(TaskDescription &task, const QStringList &failures)
 ReadAccountsTask::ReadAccountsTask(Element *element, AccountModule *module)
     : ReadContentTask(element)
     , _module(module)
-    , _makeRecords(module->kind().records)
+    , _makeRecords(module->accountKind().records)
 {
-    setDescription(module->kind().readAllDescription);
+    setDescription(module->accountKind().readAllDescription);
 }
 
 void ReadAccountsTask::run()
