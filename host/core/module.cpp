@@ -43,7 +43,7 @@ public:
 
     QString name;
     QString attachName;
-    int kind = RootKind;
+    Kind kind = RootKind;
     QHash<QString, QVariant> values;
     std::vector<Editor> editors;
     std::vector<NodePointer<Element>> topElements;
@@ -107,12 +107,12 @@ void Module::setAttachName(const QString &name)
     d->attachName = name;
 }
 
-int Module::kind() const
+Module::Kind Module::kind() const
 {
     return d->kind;
 }
 
-void Module::setKind(int kind)
+void Module::setKind(Kind kind)
 {
     d->kind = kind;
 }

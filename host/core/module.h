@@ -40,8 +40,8 @@ public:
     QString attachName() const;
     void setAttachName(const QString &name);
     /// Set before the host places the module. The default is RootKind.
-    int kind() const;
-    void setKind(int kind);
+    Kind kind() const;
+    void setKind(Kind kind);
 
     /// Key/value data, for the console to show ("description", "administrator") or to set ("paranoid").
     /// A missing key gives an invalid value.

@@ -69,7 +69,7 @@ void TestQuotaModule::whatAModuleSaysOfItself()
     const SomeModule module;
     QCOMPARE(module.name(), QStringLiteral("SomeModule"));
     QCOMPARE(module.attachName(), QStringLiteral("OtherModule"));
-    QCOMPARE(module.kind(), 3);
+    QCOMPARE(int(module.kind()), 3);
     QCOMPARE(module.getData(QStringLiteral("description")), QVariant(QStringLiteral("what it is for")));
     QCOMPARE(module.getData(QStringLiteral("administrator")).userType(), int(QMetaType::Bool));
 }

@@ -149,7 +149,7 @@ void TestQuotaPlugin::theModules()
     const Module *module = _tree->module(QString::fromLatin1(QTest::currentDataTag()));
     QVERIFY(module);
     QCOMPARE(module->attachName(), attachedTo);
-    QCOMPARE(module->kind(), kind);
+    QCOMPARE(int(module->kind()), kind);
     QCOMPARE(module->getData(QStringLiteral("description")), QVariant(description));
     QCOMPARE(module->getData(QStringLiteral("administrator")), QVariant(Module::isAdministrator(*module)));
     QVERIFY(module->attachedTo());

@@ -171,11 +171,11 @@ void TestModule::keepsWhatItIsTold()
     QCOMPARE(module->parent(), &owner);
     QCOMPARE(module->name(), QStringLiteral("Name"));
     QCOMPARE(module->attachName(), QString());
-    QCOMPARE(module->kind(), int(Module::RootKind));
+    QCOMPARE(module->kind(), Module::RootKind);
     module->setAttachName(QStringLiteral("Other"));
     module->setKind(Module::BranchKind);
     QCOMPARE(module->attachName(), QStringLiteral("Other"));
-    QCOMPARE(module->kind(), 2);
+    QCOMPARE(int(module->kind()), 2);
 
     QVERIFY(!module->getData(QStringLiteral("paranoid")).isValid());
     module->setData(QStringLiteral("paranoid"), true);
