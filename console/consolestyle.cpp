@@ -26,10 +26,10 @@ QPixmap ConsoleStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixma
     if (mode != QIcon::Selected)
         return QProxyStyle::generatedIconPixmap(mode, pixmap, option);
     QPixmap drawn = pixmap;
-    QColor colour = option->palette.color(QPalette::Active, QPalette::HighlightedText);
-    colour.setAlphaF(textShare);
+    QColor color = option->palette.color(QPalette::Active, QPalette::HighlightedText);
+    color.setAlphaF(textShare);
     QPainter painter(&drawn);
     painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-    painter.fillRect(drawn.rect(), colour);
+    painter.fillRect(drawn.rect(), color);
     return drawn;
 }

@@ -9,7 +9,6 @@
 #include <elementtreeview.h>
 #include <treenodemodel.h>
 
-#include <QHeaderView>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -40,8 +39,6 @@ NavigationPane::NavigationPane(TreeNode *root, QWidget *parent)
     _rows->setSourceModel(_nodes);
     _view->setModel(_rows);
     connect(_nodes, &QAbstractItemModel::rowsRemoved, this, [this] { _isRemoving = false; });
-    for (int column = 1; column < _view->header()->count(); ++column)
-        _view->hideColumn(column);
 
     auto *whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);

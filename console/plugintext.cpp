@@ -70,20 +70,19 @@ QString pluginDetails(const PluginRecord &record, const ModuleTree &tree)
     QString text = QStringLiteral("<h3>%1</h3>").arg(pluginTitle(record).toHtmlEscaped());
     if (!record.description.isEmpty())
         text += QStringLiteral("<p>%1</p>").arg(record.description.toHtmlEscaped());
+    text += paragraph(pluginState(record, tree), {record.explanation});
     const struct
     {
         QString heading;
         QStringList lines;
     } parts[] = {
-        {pluginState(record, tree), record.explanation.isEmpty() ? QStringList() : QStringList(record.explanation)},
         {tr("Modules without a place"), unattachedModules(record, tree)},
         {tr("Programs that it ran"), record.programOutput},
         {tr("Modules"), record.moduleNames},
         {tr("File"), {record.fileName}},
     };
-    const QString &state = parts[0].heading;
     for (const auto &part : parts) {
-        if (!part.lines.isEmpty() || part.heading == state)
+        if (!part.lines.isEmpty())
             text += paragraph(part.heading, part.lines);
     }
     return text;

@@ -8,13 +8,13 @@ namespace
 /// The earliest day that a date-time edit can hold: it stands for no time.
 QDate noDate()
 {
-    return QDate::fromString(QStringLiteral("14.09.1752"), QStringLiteral("dd.MM.yyyy"));
+    return {1752, 9, 14};
 }
 
 void blank(QDateTimeEdit *edit)
 {
     edit->setSpecialValueText(QStringLiteral(" "));
-    edit->setDate(QDate::fromString(QStringLiteral("01/01/0001"), QStringLiteral("dd/MM/yyyy")));
+    edit->setDate({1, 1, 1}); // before the earliest, where the edit comes to rest
 }
 
 bool isSameMinute(const QDateTime &left, const QDateTime &right)

@@ -34,7 +34,7 @@ SizeLimitEdit::SizeLimitEdit(QCheckBox *checkBox, QDoubleSpinBox *number, QCombo
         number->setMaximum(4294967295.0 / std::pow(1024.0, index) - 1);
     });
     for (auto each = units.units().cbegin(); each != units.units().cend(); ++each)
-        unit->addItem(QIcon(), each.value(), each.key());
+        unit->addItem(each.value(), each.key());
     QObject::connect(checkBox, &QCheckBox::toggled, number, &QWidget::setEnabled);
     QObject::connect(checkBox, &QCheckBox::toggled, unit, &QWidget::setEnabled);
     QObject::connect(number->findChild<QLineEdit *>(), &QLineEdit::textEdited, number, [this] { _isTyped = true; });
