@@ -65,7 +65,7 @@ QVariant TaskListModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DecorationRole && index.column() == StateColumn)
         return QIcon::fromTheme(iconName(entry.report));
     if (role == Qt::TextAlignmentRole && index.column() == DurationColumn)
-        return int(Qt::AlignRight | Qt::AlignVCenter);
+        return Element::numberAlignment();
     if (role == Qt::ToolTipRole && index.column() == MessageColumn)
         return message(entry);
     if (role != Qt::DisplayRole)
@@ -88,6 +88,8 @@ QVariant TaskListModel::data(const QModelIndex &index, int role) const
 
 QVariant TaskListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section == DurationColumn)
+        return Element::numberAlignment();
     const QStringList texts = {tr("State"), tr("Task"), tr("Element"), tr("Started"), tr("Duration"), tr("Message")};
     return orientation == Qt::Horizontal && role == Qt::DisplayRole ? texts.value(section) : QVariant();
 }

@@ -49,6 +49,7 @@ class TaskListModelTest : public QObject
 private Q_SLOTS:
     void init() { QTRY_VERIFY(!TaskObserver::instance()->isBusy()); }
     void statesFollowTheTask();
+    void headersAreAlignedAsTheirCells();
     void failureIsShownWithItsMessage();
     void detailsAreKeptAndBounded();
     void durationTicksWhileTheTaskRuns();
@@ -83,6 +84,17 @@ void TaskListModelTest::statesFollowTheTask()
     QCOMPARE(text(model, TaskListModel::StateColumn, 1), QStringLiteral("Done"));
     QVERIFY(!text(model, TaskListModel::DurationColumn).isEmpty());
     QCOMPARE(model.currentDescription(), QString());
+}
+
+void TaskListModelTest::headersAreAlignedAsTheirCells()
+{
+    TaskListModel model(*TaskObserver::instance());
+    perform(new AbstractTask);
+    QTRY_COMPARE(model.rowCount(), 1);
+    for (int column = 0; column < TaskListModel::ColumnCount; ++column)
+        QCOMPARE(model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole),
+                 model.index(0, column).data(Qt::TextAlignmentRole));
+    QVERIFY(model.index(0, TaskListModel::DurationColumn).data(Qt::TextAlignmentRole).isValid());
 }
 
 void TaskListModelTest::failureIsShownWithItsMessage()
