@@ -11,7 +11,6 @@
 namespace
 {
 constexpr qreal titleScale = 1.35;
-constexpr int iconExtent = 32;
 } // namespace
 
 PageHeader::PageHeader(QWidget *parent)
@@ -21,7 +20,8 @@ PageHeader::PageHeader(QWidget *parent)
     , _captionLabel(new ElidedLabel(this))
 {
     _iconLabel->setObjectName(QStringLiteral("pageIcon"));
-    _iconLabel->setFixedSize(iconExtent, iconExtent); // also for an icon that has no picture that large
+    const int extent = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
+    _iconLabel->setFixedSize(extent, extent); // also for an icon that has no picture that large
     _iconLabel->setAlignment(Qt::AlignCenter);
     _titleLabel->setObjectName(QStringLiteral("pageTitle"));
     _captionLabel->setObjectName(QStringLiteral("pageCaption"));
@@ -46,7 +46,7 @@ PageHeader::PageHeader(QWidget *parent)
 void PageHeader::setContent(const QIcon &icon, const QString &title, const QString &caption)
 {
     _iconLabel->setVisible(!icon.isNull());
-    _iconLabel->setPixmap(icon.pixmap(iconExtent, iconExtent));
+    _iconLabel->setPixmap(icon.pixmap(_iconLabel->maximumSize()));
     _titleLabel->setFullText(title);
     _captionLabel->setFullText(caption);
     _captionLabel->setVisible(!caption.isEmpty() && caption != title);
