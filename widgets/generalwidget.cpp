@@ -111,6 +111,7 @@ std::unique_ptr<ElementData> GeneralWidget::exportElementData() const
     if (device.isEmpty())
         return nullptr;
     DeviceSettings settings;
+    // The character whose number the label shows. No type is a number, and nobody who applies the record asks for one.
     settings.filesystemType = QChar(static_cast<ushort>(_ui->_deviceFilesystemLabel->text().toInt()));
     settings.userSettings = collected(UserQuota);
     settings.groupSettings = collected(GroupQuota);

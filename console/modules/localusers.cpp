@@ -4,7 +4,6 @@
 #include "accountmodule.h"
 
 #include <QCoreApplication>
-#include <QMultiHash>
 
 namespace
 {

@@ -8,7 +8,6 @@
 
 #include <QDateTime>
 #include <QObject>
-#include <QStringList>
 
 #include <memory>
 
