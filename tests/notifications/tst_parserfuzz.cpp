@@ -164,6 +164,7 @@ void TestParserFuzz::meaningStays_data()
         };
         row("job line", QStringLiteral("joblines"), &jobStays);
         row("run of warnquota", QStringLiteral("joblines"), &runStays);
+        row("run of another program", QStringLiteral("tables"), &runStays);
         row("schedule", QStringLiteral("schedules"), &scheduleStays);
         row("command", QStringLiteral("commands"), &commandStays);
     }
