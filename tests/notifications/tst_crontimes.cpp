@@ -14,13 +14,11 @@
 #include <QRadioButton>
 #include <QtTest>
 
-#include <functional>
 #include <random>
 
 namespace
 {
 using Random = std::mt19937;
-using Wanted = std::function<bool(const Minute &)>;
 
 int between(Random &random, int low, int high)
 {
@@ -73,6 +71,7 @@ Field randomField(Random &random, int lowest, int highest)
 }
 
 /// Looks for a minute of a leap year at which cron does one thing and another is wanted.
+template<class Wanted>
 QString firstDifference(const CronClock &clock, const Wanted &wanted)
 {
     for (QDate date(2028, 1, 1); date.year() == 2028; date = date.addDays(1)) {
@@ -215,7 +214,7 @@ void TestCronTimes::chosenTimes()
     QFETCH(quint32, start);
     Random random(start);
     auto *at = _widget->findChild<QDateTimeEdit *>(QStringLiteral("_atDateTimeEdit"));
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 20; ++i) {
         const int minute = between(random, 0, 59);
         const int hour = between(random, 0, 23);
         const int day = i < 6 ? 26 + i : between(random, 1, 31); // those that not every month has are all among them
@@ -258,7 +257,7 @@ void TestCronTimes::expertLines()
     Random random(start);
     auto *line = _widget->findChild<QLineEdit *>(QStringLiteral("_expertLineEdit"));
     choose("_expertRadioButton");
-    for (int i = 0; i < 150; ++i) {
+    for (int i = 0; i < 60; ++i) {
         const Field minute = randomField(random, 0, 59);
         const Field hour = randomField(random, 0, 23);
         const Field day = randomField(random, 1, 31);
