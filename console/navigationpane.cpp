@@ -30,8 +30,6 @@ NavigationPane::NavigationPane(TreeNode *root, QWidget *parent)
     _view->setAccessibleName(tr("Tree"));
     _view->setHeaderHidden(true);
     _view->setAlternatingRowColors(false);
-    _rows->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    _rows->setDynamicSortFilter(true);
     _nodes->setRootNode(root);
 
     // Heard before the view hears of it, and after.

@@ -52,8 +52,6 @@ AbstractUsersGroupsWidget::AbstractUsersGroupsWidget(const QString &name, Module
     // And before they sort what comes: by what it shows.
     connect(_nodes, &QAbstractItemModel::rowsInserted, this,
             [this] { chooseDeviceForRows(_ui->_devicesComboBox->currentText()); });
-    _rows->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    _rows->setDynamicSortFilter(true);
     _rows->setSourceModel(_nodes);
     ElementTreeView *view = _ui->_elementTreeView;
     view->setModel(_rows);

@@ -22,8 +22,6 @@ AccountListWidget::AccountListWidget(AccountModule *module)
     setElementType(module->accountKind().containerType);
     setWindowTitle(module->accountKind().containerTitle);
 
-    _rows->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    _rows->setDynamicSortFilter(true);
     _rows->setSourceModel(_nodes);
     _view->setObjectName(QStringLiteral("accountView"));
     _view->setAccessibleName(windowTitle());

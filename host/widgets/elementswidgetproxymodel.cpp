@@ -220,30 +220,6 @@ QString ElementsWidgetProxyModel::filterText() const
     return d->filter.text();
 }
 
-void ElementsWidgetProxyModel::setFilterCaseSensitivity(Qt::CaseSensitivity sensitivity)
-{
-    if (sensitivity == d->filter.caseSensitivity())
-        return;
-    d->filter.setCaseSensitivity(sensitivity);
-    d->forgetAccepted();
-    d->updateAll();
-}
-
-void ElementsWidgetProxyModel::setDynamicSortFilter(bool dynamic)
-{
-    d->isDynamic = dynamic;
-}
-
-int ElementsWidgetProxyModel::sortColumn() const
-{
-    return d->sortColumn;
-}
-
-Qt::SortOrder ElementsWidgetProxyModel::sortOrder() const
-{
-    return d->sortOrder;
-}
-
 void ElementsWidgetProxyModel::setSourceModel(QAbstractItemModel *model)
 {
     beginResetModel();

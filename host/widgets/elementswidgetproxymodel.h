@@ -16,6 +16,7 @@
 /// - A row is shown when its text matches and, while its container's display variant is not 0, when it carries
 ///   NodeFlag::InChosenVariant. A parent of a row whose text matches is shown too.
 /// - A container whose rows were never read keeps its expander, so that it can be read.
+/// - A change of the source's data sorts and filters anew, once the event loop turns.
 /// - A change of the order or the filter is one layout change: selection, current and expanded rows survive as far as
 ///   they are still shown.
 class KRA_EXPORT ElementsWidgetProxyModel : public QAbstractProxyModel
@@ -26,16 +27,9 @@ public:
     explicit ElementsWidgetProxyModel(QObject *parent = nullptr);
     ~ElementsWidgetProxyModel() override;
 
-    /// A row matches when one of its cells contains the text. An empty text matches all.
+    /// A row matches when one of its cells contains the text, in whatever case. An empty text matches all.
     void setFilterText(const QString &text);
     QString filterText() const;
-    void setFilterCaseSensitivity(Qt::CaseSensitivity sensitivity);
-    /// Whether a change of the source's data sorts and filters anew, once the event loop turns.
-    void setDynamicSortFilter(bool dynamic);
-
-    /// Section -1 is the source's own order.
-    int sortColumn() const;
-    Qt::SortOrder sortOrder() const;
 
     void setSourceModel(QAbstractItemModel *model) override;
     QModelIndex mapToSource(const QModelIndex &index) const override;
@@ -46,6 +40,7 @@ public:
     int columnCount(const QModelIndex &parent = {}) const override;
     bool hasChildren(const QModelIndex &parent = {}) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// Column -1 is the source's own order.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
 private:

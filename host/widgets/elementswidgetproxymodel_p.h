@@ -53,7 +53,6 @@ public:
     RowFilter filter;
     int sortColumn = -1;
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
-    bool isDynamic = false;
     QTimer updateTimer;
     std::vector<QMetaObject::Connection> connections;
     // The rows that the source is about to remove: nobody may find them here any more.

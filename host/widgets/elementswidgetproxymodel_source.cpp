@@ -28,8 +28,7 @@ void ElementsWidgetProxyModel::Private::sourceDataChanged(const QModelIndex &top
     }
     if (filter.hasText()) // a row may be shown for the sake of one below it
         forgetAccepted();
-    if (isDynamic)
-        updateTimer.start();
+    updateTimer.start();
 }
 
 void ElementsWidgetProxyModel::Private::sourceRowsInserted(const QModelIndex &parent, int first, int last)

@@ -17,8 +17,6 @@ public:
     QString text() const { return _matcher.pattern(); }
     bool hasText() const { return !text().isEmpty(); }
     void setText(const QString &text) { _matcher.setPattern(text); }
-    Qt::CaseSensitivity caseSensitivity() const { return _matcher.caseSensitivity(); }
-    void setCaseSensitivity(Qt::CaseSensitivity sensitivity) { _matcher.setCaseSensitivity(sensitivity); }
 
     /// Whether only some of the rows under that parent belong to its chosen variant.
     bool narrowsVariant(const QModelIndex &parent) const;

@@ -102,7 +102,6 @@ private Q_SLOTS:
         model = std::make_unique<TreeNodeModel>();
         model->setRootNode(root.get());
         proxy = std::make_unique<ElementsWidgetProxyModel>();
-        proxy->setDynamicSortFilter(true);
         proxy->setSourceModel(model.get());
         tester = std::make_unique<QAbstractItemModelTester>(proxy.get(),
                                                             QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -126,11 +125,11 @@ private Q_SLOTS:
     void equalRowsKeepTheirOrderInBothDirections();
     void negativeColumnIsTheSourcesOrder();
     void filtersOnAnyCell();
-    void filterMindsCaseOnlyWhenAsked();
+    void filterMindsNoCase();
     void parentsOfMatchingRowsAreShown();
     void variantShowsFlaggedRowsOnly();
     void variantChangeIsSeenOnceTheLoopTurns();
-    void changedDataMovesRowsOnlyWhenDynamic();
+    void changedDataMovesRows();
     void changeOfOrderIsOneLayoutChange();
     void unchangedOrderIsNoChange();
     void selectionSurvivesSortingAndFiltering();
@@ -178,7 +177,6 @@ void ElementsWidgetProxyModelTest::showsTheSourcesOrderAtFirst()
     for (const char *title : {"c", "a", "b"})
         add(root.get(), QLatin1String(title));
     QCOMPARE(titles(*proxy), list({"c", "a", "b"}));
-    QCOMPARE(proxy->sortColumn(), -1);
 }
 
 void ElementsWidgetProxyModelTest::headersAreThereWithoutRows()
@@ -195,10 +193,8 @@ void ElementsWidgetProxyModelTest::sortsNumbersAsNumbers()
     add(root.get(), QStringLiteral("nine"), 9U);
     proxy->sort(NumberColumn);
     QCOMPARE(titles(*proxy), list({"minus", "nine", "nine and a half", "ten"}));
-    QCOMPARE(proxy->sortColumn(), int(NumberColumn));
     proxy->sort(NumberColumn, Qt::DescendingOrder);
     QCOMPARE(titles(*proxy), list({"ten", "nine and a half", "nine", "minus"}));
-    QCOMPARE(proxy->sortOrder(), Qt::DescendingOrder);
 }
 
 void ElementsWidgetProxyModelTest::sorts64BitNumbersExactly()
@@ -278,15 +274,11 @@ void ElementsWidgetProxyModelTest::filtersOnAnyCell()
     QCOMPARE(titles(*proxy), list({"anna", "bob", "user12"}));
 }
 
-void ElementsWidgetProxyModelTest::filterMindsCaseOnlyWhenAsked()
+void ElementsWidgetProxyModelTest::filterMindsNoCase()
 {
     add(root.get(), QString::fromUtf8("\xc3\x84nne"));
     add(root.get(), QString::fromUtf8("m\xc3\xa4nn"));
     proxy->setFilterText(QString::fromUtf8("\xc3\xa4nn"));
-    QCOMPARE(proxy->rowCount(), 2);
-    proxy->setFilterCaseSensitivity(Qt::CaseSensitive);
-    QCOMPARE(titles(*proxy), list({"m\xc3\xa4nn"}));
-    proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
     QCOMPARE(proxy->rowCount(), 2);
 }
 
@@ -337,7 +329,7 @@ void ElementsWidgetProxyModelTest::variantChangeIsSeenOnceTheLoopTurns()
     QCOMPARE(layouts.count(), 1);
 }
 
-void ElementsWidgetProxyModelTest::changedDataMovesRowsOnlyWhenDynamic()
+void ElementsWidgetProxyModelTest::changedDataMovesRows()
 {
     Row *first = add(root.get(), QStringLiteral("first"), 1);
     add(root.get(), QStringLiteral("second"), 2);
@@ -345,16 +337,6 @@ void ElementsWidgetProxyModelTest::changedDataMovesRowsOnlyWhenDynamic()
     first->number = 3;
     first->nodeDataChanged();
     QTRY_COMPARE(titles(*proxy), list({"second", "first"}));
-
-    proxy->setDynamicSortFilter(false);
-    QSignalSpy changes(proxy.get(), &QAbstractItemModel::dataChanged);
-    first->number = 0;
-    first->nodeDataChanged();
-    QTRY_COMPARE(changes.count(), 1);
-    QCoreApplication::processEvents();
-    QCOMPARE(titles(*proxy), list({"second", "first"}));
-    proxy->sort(NumberColumn);
-    QCOMPARE(titles(*proxy), list({"first", "second"}));
 }
 
 void ElementsWidgetProxyModelTest::changeOfOrderIsOneLayoutChange()
