@@ -6,8 +6,7 @@
 #include "elementicons.h"
 
 GeneralElement::GeneralElement(Module *module, AccessCheck access)
-    : OrdinaryElement(QStringLiteral("QuotaGeneralElement"), QStringLiteral("LocalComputer"), tr("Quota management"),
-                      module, access, Place::Top)
+    : OrdinaryElement(typeName(), QStringLiteral("LocalComputer"), tr("Quota management"), module, access, Place::Top)
 {}
 
 QString GeneralElement::caption() const

@@ -8,7 +8,7 @@
 #include <groupdata.h>
 
 GroupQElement::GroupQElement(const QString &title, Module *module, AccessCheck access)
-    : AbstractElement(QStringLiteral("QuotaGroupElement"), QString(), title, module, access, Place::Child)
+    : AbstractElement(typeName(), QString(), title, module, access, Place::Child)
 {}
 
 QString GroupQElement::caption() const

@@ -16,6 +16,9 @@ public:
     /// The title is the group's name.
     GroupQElement(const QString &title, Module *module, AccessCheck access);
 
+    /// What these elements, and the editor that shows them, are known by.
+    static QString typeName() { return QStringLiteral("QuotaGroupElement"); }
+
     QString caption() const override;
     QIcon icon() const override;
 

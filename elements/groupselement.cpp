@@ -6,8 +6,7 @@
 #include "elementicons.h"
 
 GroupsElement::GroupsElement(Module *module, AccessCheck access)
-    : AbstractContainerElement(QStringLiteral("QuotaGroupsElement"), QString(), tr("Groups"), module, access,
-                               Place::Top)
+    : AbstractContainerElement(typeName(), QString(), tr("Groups"), module, access, Place::Top)
 {}
 
 QString GroupsElement::caption() const

@@ -13,6 +13,9 @@ class GroupsElement : public AbstractContainerElement
 public:
     GroupsElement(Module *module, AccessCheck access);
 
+    /// What these elements, and the editor that shows them, are known by.
+    static QString typeName() { return QStringLiteral("QuotaGroupsElement"); }
+
     QString caption() const override;
     QIcon icon() const override;
 };

@@ -6,8 +6,7 @@
 #include "elementicons.h"
 
 LocalGroupQuotaElement::LocalGroupQuotaElement(Module *module, AccessCheck access)
-    : SupplementElement(QStringLiteral("LocalGroupQuotaElement"), QStringLiteral("LocalGroup"), tr("Quota"), module,
-                        access, Place::Child)
+    : SupplementElement(typeName(), accountType(), tr("Quota"), module, access, Place::Child)
 {}
 
 QString LocalGroupQuotaElement::caption() const

@@ -6,8 +6,7 @@
 #include "elementicons.h"
 
 LocalUserQuotaElement::LocalUserQuotaElement(Module *module, AccessCheck access)
-    : SupplementElement(QStringLiteral("LocalUserQuotaElement"), QStringLiteral("LocalUser"), tr("Quota"), module,
-                        access, Place::Child)
+    : SupplementElement(typeName(), accountType(), tr("Quota"), module, access, Place::Child)
 {}
 
 QString LocalUserQuotaElement::caption() const

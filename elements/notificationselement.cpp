@@ -4,10 +4,10 @@
 #include "notificationselement.h"
 
 #include "elementicons.h"
+#include "generalelement.h"
 
 NotificationsElement::NotificationsElement(Module *module, AccessCheck access)
-    : OrdinaryElement(QStringLiteral("QuotaNotificationsElement"), QStringLiteral("QuotaGeneralElement"),
-                      tr("Notifications"), module, access, Place::Top)
+    : OrdinaryElement(typeName(), GeneralElement::typeName(), tr("Notifications"), module, access, Place::Top)
 {}
 
 QString NotificationsElement::caption() const

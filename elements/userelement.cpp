@@ -8,7 +8,7 @@
 #include <userdata.h>
 
 UserElement::UserElement(const QString &title, Module *module, AccessCheck access)
-    : AbstractElement(QStringLiteral("QuotaUserElement"), QString(), title, module, access, Place::Child)
+    : AbstractElement(typeName(), QString(), title, module, access, Place::Child)
 {}
 
 QString UserElement::caption() const

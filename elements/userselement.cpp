@@ -6,7 +6,7 @@
 #include "elementicons.h"
 
 UsersElement::UsersElement(Module *module, AccessCheck access)
-    : AbstractContainerElement(QStringLiteral("QuotaUsersElement"), QString(), tr("Users"), module, access, Place::Top)
+    : AbstractContainerElement(typeName(), QString(), tr("Users"), module, access, Place::Top)
 {}
 
 QString UsersElement::caption() const

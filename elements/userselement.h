@@ -13,6 +13,9 @@ class UsersElement : public AbstractContainerElement
 public:
     UsersElement(Module *module, AccessCheck access);
 
+    /// What these elements, and the editor that shows them, are known by.
+    static QString typeName() { return QStringLiteral("QuotaUsersElement"); }
+
     QString caption() const override;
     QIcon icon() const override;
 };

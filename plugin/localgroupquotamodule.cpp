@@ -19,7 +19,7 @@ SupplementElement *makeSupplement(Module *module)
 LocalGroupQuotaModule::LocalGroupQuotaModule(QObject *parent)
     : LocalQuotaModule(QStringLiteral("LocalGroupQuotaModule"), QStringLiteral("LocalGroupModule"),
                        tr("Support group quota settings"),
-                       {QStringLiteral("LocalGroup"), QStringLiteral("LocalGroupQuotaElement"), &makeSupplement},
+                       {LocalGroupQuotaElement::accountType(), LocalGroupQuotaElement::typeName(), &makeSupplement},
                        parent)
 {
     insertElementWidget(new LocalGroupQuotaWidget(this, &Module::isAdministratorHierarchy));

@@ -17,9 +17,9 @@ SupplementElement *makeSupplement(Module *module)
 } // namespace
 
 LocalUserQuotaModule::LocalUserQuotaModule(QObject *parent)
-    : LocalQuotaModule(QStringLiteral("LocalUserQuotaModule"), QStringLiteral("LocalUserModule"),
-                       tr("Support user quota settings"),
-                       {QStringLiteral("LocalUser"), QStringLiteral("LocalUserQuotaElement"), &makeSupplement}, parent)
+    : LocalQuotaModule(
+          QStringLiteral("LocalUserQuotaModule"), QStringLiteral("LocalUserModule"), tr("Support user quota settings"),
+          {LocalUserQuotaElement::accountType(), LocalUserQuotaElement::typeName(), &makeSupplement}, parent)
 {
     insertElementWidget(new LocalUserQuotaWidget(this, &Module::isAdministratorHierarchy));
     connectElementWidgets();

@@ -23,16 +23,15 @@
 #include <userwidget.h>
 
 QuotaGeneralModule::QuotaGeneralModule(QObject *parent)
-    : QuotaModule(
-          QStringLiteral("QuotaGeneralModule"), QStringLiteral("LocalComputerModule"), BranchKind,
-          tr("Support system quota"),
-          {{QStringLiteral("QuotaGeneralElement"), OperationType::Read, &readTask<ReadGeneralData>},
-           {QStringLiteral("QuotaGeneralElement"), OperationType::Write, &updateTask<UpdateGeneralData>},
-           {QStringLiteral("QuotaNotificationsElement"), OperationType::Read, &readTask<ReadNotificationsData>},
-           {QStringLiteral("QuotaNotificationsElement"), OperationType::Write, &updateTask<UpdateNotificationsData>},
-           {QStringLiteral("QuotaUsersElement"), OperationType::ReadContent, &readTask<ReadAllUsers>},
-           {QStringLiteral("QuotaGroupsElement"), OperationType::ReadContent, &readTask<ReadAllGroups>}},
-          parent)
+    : QuotaModule(QStringLiteral("QuotaGeneralModule"), QStringLiteral("LocalComputerModule"), BranchKind,
+                  tr("Support system quota"),
+                  {{GeneralElement::typeName(), OperationType::Read, &readTask<ReadGeneralData>},
+                   {GeneralElement::typeName(), OperationType::Write, &updateTask<UpdateGeneralData>},
+                   {NotificationsElement::typeName(), OperationType::Read, &readTask<ReadNotificationsData>},
+                   {NotificationsElement::typeName(), OperationType::Write, &updateTask<UpdateNotificationsData>},
+                   {UsersElement::typeName(), OperationType::ReadContent, &readTask<ReadAllUsers>},
+                   {GroupsElement::typeName(), OperationType::ReadContent, &readTask<ReadAllGroups>}},
+                  parent)
 {
     // Top elements: the module has them from now on, and the first is the head of its branch.
     new GeneralElement(this, &Module::isAdministratorHierarchy);

@@ -7,11 +7,15 @@
 
 #include <abstracttask.h>
 #include <elementdata.h>
+#include <groupqelement.h>
+#include <localgroupquotaelement.h>
+#include <localuserquotaelement.h>
 #include <readgroupdata.h>
 #include <readuserdata.h>
 #include <taskobserver.h>
 #include <updategroupdata.h>
 #include <updateuserdata.h>
+#include <userelement.h>
 
 #include <algorithm>
 
@@ -24,13 +28,13 @@ using TaskRules = std::vector<QuotaModule::TaskRule>;
 TaskRules accountRules()
 {
     TaskRules rules;
-    for (const char *type : {"QuotaUserElement", "LocalUserQuotaElement"}) {
-        rules.push_back({QString::fromLatin1(type), OperationType::Read, &readTask<ReadUserData>});
-        rules.push_back({QString::fromLatin1(type), OperationType::Write, &updateTask<UpdateUserData>});
+    for (const QString &type : {UserElement::typeName(), LocalUserQuotaElement::typeName()}) {
+        rules.push_back({type, OperationType::Read, &readTask<ReadUserData>});
+        rules.push_back({type, OperationType::Write, &updateTask<UpdateUserData>});
     }
-    for (const char *type : {"QuotaGroupElement", "LocalGroupQuotaElement"}) {
-        rules.push_back({QString::fromLatin1(type), OperationType::Read, &readTask<ReadGroupData>});
-        rules.push_back({QString::fromLatin1(type), OperationType::Write, &updateTask<UpdateGroupData>});
+    for (const QString &type : {GroupQElement::typeName(), LocalGroupQuotaElement::typeName()}) {
+        rules.push_back({type, OperationType::Read, &readTask<ReadGroupData>});
+        rules.push_back({type, OperationType::Write, &updateTask<UpdateGroupData>});
     }
     return rules;
 }

@@ -13,6 +13,7 @@
 #include "ui_devicewidget.h"
 #include "wheelguard.h"
 
+#include <generalelement.h>
 #include <memorysizetransfer.h>
 #include <touchedpart.h>
 
@@ -183,9 +184,8 @@ void AbstractQuotaWidget::goToGeneralForm()
     if (!computer)
         return;
     const QVector<TreeNode *> nodes = computer->allChildNodes();
-    const auto found = std::find_if(nodes.cbegin(), nodes.cend(), [](const TreeNode *node) {
-        return node->id() == QLatin1String("QuotaGeneralElement");
-    });
+    const auto found = std::find_if(nodes.cbegin(), nodes.cend(),
+                                    [](const TreeNode *node) { return node->id() == GeneralElement::typeName(); });
     auto *general = found == nodes.cend() ? nullptr : dynamic_cast<Element *>(*found);
     auto *editor = general ? dynamic_cast<GeneralWidget *>(general->elementWidget(MainRole)) : nullptr;
     if (!editor)

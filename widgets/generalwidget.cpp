@@ -8,6 +8,7 @@
 #include "rebootcommand.h"
 #include "ui_generalwidget.h"
 
+#include <generalelement.h>
 #include <touchedpart.h>
 
 #include <QMessageBox>
@@ -66,7 +67,7 @@ GeneralWidget::GeneralWidget(Module *module, AccessCheck access, QWidget *parent
                    {_ui->_inodesGroupsWeekGraceSpinBox, _ui->_inodesGroupsDaysGraceSpinBox,
                     _ui->_inodesGroupsHoursSpinBox, _ui->_inodesGroupsMinutesSpinBox}}})
 {
-    setElementType(QStringLiteral("QuotaGeneralElement"));
+    setElementType(GeneralElement::typeName());
     for (const GracePeriodRow &row : _graceRows)
         for (QSpinBox *spinBox : row.spinBoxes())
             _wheelGuard.guard(spinBox);

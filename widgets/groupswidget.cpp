@@ -3,8 +3,10 @@
 
 #include "groupswidget.h"
 
+#include <groupselement.h>
+
 GroupsWidget::GroupsWidget(Module *module, AccessCheck access, QWidget *parent)
-    : AbstractUsersGroupsWidget(QStringLiteral("QuotaGroupsElement"), module, access, parent)
+    : AbstractUsersGroupsWidget(GroupsElement::typeName(), module, access, parent)
 {
     setWindowTitle(tr("Groups"));
     setOrder(600);

@@ -6,11 +6,12 @@
 #include "ui_groupwidget.h"
 
 #include <groupdata.h>
+#include <groupqelement.h>
 
 GroupWidget::GroupWidget(Module *module, AccessCheck access, QWidget *parent)
     : AbstractQuotaWidget(module, access, parent)
 {
-    setElementType(QStringLiteral("QuotaGroupElement"));
+    setElementType(GroupQElement::typeName());
     Ui::GroupWidget form;
     form.setupUi(this);
     buildDeviceWidget(form._deviceWidget, tr("Quota on this device:"), tr("Quota for groups on this device:"));

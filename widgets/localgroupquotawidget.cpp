@@ -3,11 +3,13 @@
 
 #include "localgroupquotawidget.h"
 
+#include <localgroupquotaelement.h>
+
 LocalGroupQuotaWidget::LocalGroupQuotaWidget(Module *module, AccessCheck access, QWidget *parent)
     : GroupWidget(module, access, parent)
 {
-    setElementType(QStringLiteral("LocalGroupQuotaElement"));
-    setOwnerType(QStringLiteral("LocalGroup"));
+    setElementType(LocalGroupQuotaElement::typeName());
+    setOwnerType(LocalGroupQuotaElement::accountType());
     setOrder(800);
     setWindowTitle(tr("Quota"));
 }

@@ -3,11 +3,13 @@
 
 #include "localuserquotawidget.h"
 
+#include <localuserquotaelement.h>
+
 LocalUserQuotaWidget::LocalUserQuotaWidget(Module *module, AccessCheck access, QWidget *parent)
     : UserWidget(module, access, parent)
 {
-    setElementType(QStringLiteral("LocalUserQuotaElement"));
-    setOwnerType(QStringLiteral("LocalUser"));
+    setElementType(LocalUserQuotaElement::typeName());
+    setOwnerType(LocalUserQuotaElement::accountType());
     setOrder(800);
     setWindowTitle(tr("Quota"));
 }

@@ -3,8 +3,10 @@
 
 #include "userswidget.h"
 
+#include <userselement.h>
+
 UsersWidget::UsersWidget(Module *module, AccessCheck access, QWidget *parent)
-    : AbstractUsersGroupsWidget(QStringLiteral("QuotaUsersElement"), module, access, parent)
+    : AbstractUsersGroupsWidget(UsersElement::typeName(), module, access, parent)
 {
     setWindowTitle(tr("Users"));
     setOrder(900);

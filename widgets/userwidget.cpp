@@ -6,11 +6,12 @@
 #include "ui_userwidget.h"
 
 #include <userdata.h>
+#include <userelement.h>
 
 UserWidget::UserWidget(Module *module, AccessCheck access, QWidget *parent)
     : AbstractQuotaWidget(module, access, parent)
 {
-    setElementType(QStringLiteral("QuotaUserElement"));
+    setElementType(UserElement::typeName());
     Ui::UserWidget form;
     form.setupUi(this);
     buildDeviceWidget(form._deviceWidget, tr("Quota on this device:"), tr("Quota for user on this device:"));
