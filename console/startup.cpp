@@ -108,7 +108,7 @@ void Startup::prepareProcess()
     nameTimeZone();
     nameAskingUser();
     if (geteuid() == 0) {
-        dropForeignCode();
+        keepKnownEnvironment();
         useFoldersOf(0);
     }
 }
@@ -167,35 +167,65 @@ void Startup::useFoldersOf(uid_t account)
         qunsetenv("XDG_RUNTIME_DIR");
 }
 
-void Startup::dropForeignCode()
+void Startup::keepKnownEnvironment()
 {
-    // By their beginnings: each of these families is all of one kind.
-    constexpr const char *beginnings[] = {
-        "LD_",
-        "QML",
-        "QT_PLUGIN_PATH",
-        "QT_QPA_PLATFORM_PLUGIN_PATH",
-        "QT_QPA_GENERIC_PLUGINS",
-        "QT_LOGGING_CONF",
-        "GCONV_PATH",
-        "LOCPATH",
-        "NLSPATH",
-        "GTK_MODULES",
-        "GTK_PATH",
-        "GIO_MODULE_DIR",
-        "GIO_EXTRA_MODULES",
-        "LIBMOUNT_",
-        "BLKID_",
-        "MODPROBE_OPTIONS",
-        "BASH_",
-        "ENV",
-        "PERL5",
-        "PYTHON",
+    constexpr const char *names[] = {
+        // who, and where
+        "HOME",
+        "LOGNAME",
+        "PATH",
+        "PKEXEC_UID",
+        "SHELL",
+        "TERM",
+        "USER",
+        // the language and the time
+        "LANG",
+        "LANGUAGE",
+        "TZ",
+        // the display and its session
+        "AT_SPI_BUS_ADDRESS",
+        "DBUS_SESSION_BUS_ADDRESS",
+        "DESKTOP_SESSION",
+        "DESKTOP_STARTUP_ID",
+        "DISPLAY",
+        "GNOME_DESKTOP_SESSION_ID",
+        "KDE_FULL_SESSION",
+        "KDE_SESSION_VERSION",
+        "NO_AT_BRIDGE",
+        "WAYLAND_DISPLAY",
+        "XAUTHORITY",
+        "XCURSOR_SIZE",
+        "XCURSOR_THEME",
+        "XDG_CURRENT_DESKTOP",
+        "XDG_RUNTIME_DIR",
+        "XDG_SEAT",
+        "XDG_VTNR",
+        "XMODIFIERS",
+        // how it is drawn
+        "LIBGL_ALWAYS_SOFTWARE",
+        "QT_ACCESSIBILITY",
+        "QT_AUTO_SCREEN_SCALE_FACTOR",
+        "QT_ENABLE_HIGHDPI_SCALING",
+        "QT_FONT_DPI",
+        "QT_IM_MODULE",
+        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON",
+        "QT_LOGGING_RULES",
+        "QT_QPA_PLATFORM",
+        "QT_QPA_PLATFORMTHEME",
+        "QT_SCALE_FACTOR",
+        "QT_SCALE_FACTOR_ROUNDING_POLICY",
+        "QT_SCREEN_SCALE_FACTORS",
+        "QT_STYLE_OVERRIDE",
+        "QT_USE_PHYSICAL_DPI",
+        "QT_X11_NO_MITSHM",
+        "QT_XCB_GL_INTEGRATION",
     };
+    constexpr const char *beginnings[] = {"LC_", "SUDO_", "XDG_SESSION_"};
     for (const QByteArray &name : environmentNames()) {
-        const bool foreign = std::any_of(std::begin(beginnings), std::end(beginnings),
-                                         [&name](const char *beginning) { return name.startsWith(beginning); });
-        if (foreign)
+        const bool known = std::find(std::begin(names), std::end(names), name) != std::end(names) ||
+                           std::any_of(std::begin(beginnings), std::end(beginnings),
+                                       [&name](const char *beginning) { return name.startsWith(beginning); });
+        if (!known)
             qunsetenv(name.constData());
     }
 }

@@ -32,8 +32,9 @@ void nameTimeZone();
 /// file of the caller's home, and the Wayland socket of the caller's run-time folder.
 void useFoldersOf(uid_t account);
 
-/// Drops what makes Qt, the dynamic loader and the programs that are run read code or tables from elsewhere.
-void dropForeignCode();
+/// Drops all variables but those known to say no more than who asks, in which language, on which display and how that
+/// is drawn. Of the others too many make some library or program read code from elsewhere, and each release adds some.
+void keepKnownEnvironment();
 
 /// SUDO_UID says who asked for administrator rights, also where that was asked through polkit.
 void nameAskingUser();
