@@ -3,6 +3,8 @@
 
 #include "tasklistmodel.h"
 
+#include <plaintooltip.h>
+
 #include <QIcon>
 #include <QLocale>
 
@@ -67,7 +69,7 @@ QVariant TaskListModel::data(const QModelIndex &index, int role) const
     if (role == Qt::TextAlignmentRole && index.column() == DurationColumn)
         return Element::numberAlignment();
     if (role == Qt::ToolTipRole && index.column() == MessageColumn)
-        return message(entry);
+        return plainToolTip(message(entry));
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {

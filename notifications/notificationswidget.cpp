@@ -9,6 +9,8 @@
 #include "ui_notificationswidget.h"
 #include "warnquotacommand.h"
 
+#include <plaintooltip.h>
+
 #include <QFontDatabase>
 #include <QSignalBlocker>
 #include <QStyle>
@@ -160,7 +162,7 @@ void NotificationsWidget::currentJobChanged(const QString &jobName)
     showSchedule(job.job.schedule);
     for (const FileText &text : _texts) {
         text.edit->setPlainText(_files.value(job.*text.path));
-        text.edit->setToolTip(job.*text.path);
+        text.edit->setToolTip(plainToolTip(job.*text.path));
     }
     connectChangeDataWidgets();
 }
@@ -277,7 +279,7 @@ void NotificationsWidget::showNotes(const QVariantMap &notes)
     const QStringList dropped = notes.value(NotificationsData::droppedLinesKey()).toStringList();
     _ui->_dailyRunLabel->setVisible(notes.value(NotificationsData::dailyRunKey()).toBool());
     _ui->_droppedLinesLabel->setVisible(!dropped.isEmpty());
-    _ui->_droppedLinesLabel->setToolTip(Qt::convertFromPlainText(dropped.join(QLatin1Char('\n'))));
+    _ui->_droppedLinesLabel->setToolTip(plainToolTip(dropped.join(QLatin1Char('\n'))));
 }
 
 void NotificationsWidget::showSchedule(const CronSchedule &schedule)

@@ -3,6 +3,8 @@
 
 #include "treenodemodel.h"
 
+#include "plaintooltip.h"
+
 #include <QHash>
 #include <QVarLengthArray>
 
@@ -279,7 +281,10 @@ void TreeNodeModel::fetchMore(const QModelIndex &parent)
 
 QVariant TreeNodeModel::data(const QModelIndex &index, int role) const
 {
-    return index.isValid() ? node(index)->data(index.column(), role) : QVariant();
+    if (!index.isValid())
+        return {};
+    const QVariant value = node(index)->data(index.column(), role);
+    return role == Qt::ToolTipRole && value.isValid() ? plainToolTip(value.toString()) : value;
 }
 
 QVariant TreeNodeModel::headerData(int section, Qt::Orientation orientation, int role) const

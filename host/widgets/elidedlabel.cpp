@@ -3,6 +3,8 @@
 
 #include "elidedlabel.h"
 
+#include <plaintooltip.h>
+
 #include <QEvent>
 
 ElidedLabel::ElidedLabel(QWidget *parent)
@@ -37,5 +39,5 @@ void ElidedLabel::fit()
 {
     const QString fitting = fontMetrics().elidedText(_fullText, Qt::ElideRight, contentsRect().width());
     setText(fitting);
-    setToolTip(fitting == _fullText ? QString() : _fullText);
+    setToolTip(fitting == _fullText ? QString() : plainToolTip(_fullText));
 }

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QSemaphore>
+#include <QTextDocument>
 #include <QtTest>
 
 namespace
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void statesFollowTheTask();
     void headersAreAlignedAsTheirCells();
     void failureIsShownWithItsMessage();
+    void toolTipShowsMarkupAsItIsWritten();
     void detailsAreKeptAndBounded();
     void durationTicksWhileTheTaskRuns();
     void historyIsBounded();
@@ -110,6 +112,19 @@ void TaskListModelTest::failureIsShownWithItsMessage()
     QVERIFY(all.contains(QLatin1String("write")));
     QVERIFY(all.contains(QLatin1String("no room\non the disk")));
     QVERIFY(all.contains(QLatin1String("mount ended with 32")));
+}
+
+void TaskListModelTest::toolTipShowsMarkupAsItIsWritten()
+{
+    TaskListModel model(*TaskObserver::instance());
+    auto *work = new Work(QStringLiteral("write"));
+    const QString failure = QStringLiteral("<h1>no</h1>\n<i>room</i>");
+    work->failure = failure;
+    perform(work);
+    QTRY_COMPARE(text(model, TaskListModel::StateColumn), QStringLiteral("Failed"));
+    QTextDocument shown;
+    shown.setHtml(model.index(0, TaskListModel::MessageColumn).data(Qt::ToolTipRole).toString());
+    QCOMPARE(shown.toPlainText(), failure);
 }
 
 void TaskListModelTest::detailsAreKeptAndBounded()

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <QTextDocument>
 #include <QtTest>
 
 #include <array>
@@ -30,7 +31,8 @@ public:
     }
     QVariant data(int column, int role) const override
     {
-        return role == Qt::DisplayRole ? QStringLiteral("%1/%2").arg(_text).arg(column) : QVariant();
+        const bool isText = role == Qt::DisplayRole || role == Qt::ToolTipRole;
+        return isText ? QStringLiteral("%1/%2").arg(_text).arg(column) : QVariant();
     }
 
 private:
@@ -101,6 +103,7 @@ class TestTreeNodeModel : public QObject
 private Q_SLOTS:
     void modelWithoutRootIsEmpty();
     void showsCellsOfTheTree();
+    void toolTipsShowMarkupAsItIsWritten();
     void rowsComeAndGo();
     void persistentIndexesFollowTheirNodes();
     void supplementsAreNeverSeen();
@@ -163,6 +166,21 @@ void TestTreeNodeModel::showsCellsOfTheTree()
     QVERIFY(!model.indexOf(nullptr).isValid());
     const TextNode stranger(QStringLiteral("stranger"));
     QVERIFY(!model.indexOf(&stranger).isValid());
+}
+
+void TestTreeNodeModel::toolTipsShowMarkupAsItIsWritten()
+{
+    TreeNode root;
+    root.append(
+        QVector<TreeNode *>{new TextNode(QStringLiteral("a < b")), new TextNode(QStringLiteral("<h1>eve</h1>"))});
+    const TestedModel tested(&root);
+    const QModelIndex plain = tested.model.index(0, 0);
+    const QModelIndex marked = tested.model.index(1, 0);
+    QCOMPARE(plain.data(Qt::ToolTipRole).toString(), QStringLiteral("a < b/0"));
+    QCOMPARE(marked.data().toString(), QStringLiteral("<h1>eve</h1>/0"));
+    QTextDocument shown;
+    shown.setHtml(marked.data(Qt::ToolTipRole).toString());
+    QCOMPARE(shown.toPlainText(), QStringLiteral("<h1>eve</h1>/0"));
 }
 
 void TestTreeNodeModel::rowsComeAndGo()
