@@ -21,6 +21,8 @@ FstabWriter::FstabWriter(BufferData &buffer, DeviceTable &devices, QObject *pare
 bool FstabWriter::setOption(const QString &device, QuotaKind kind, bool enable)
 {
     const QString word = SystemNames::optionWord(kind);
+    _buffer.blkidLines();   // which may take its time, and must not between this read of the table and its rewrite
+    _devices.forgetFstab(); // or what somebody edited since it was read would be taken back
     QStringList options = _devices.deviceOptions(device, SystemNames::Fstab);
     if (options == QStringList{QString()}) // an empty column, not an empty option
         options.clear();

@@ -114,6 +114,7 @@ private Q_SLOTS:
     void disablingTheOnlyOptionLeavesDefaults();
     void enablingInAnEmptyColumn();
     void oneKindAfterTheOther();
+    void whatWasEditedSinceTheReadStays();
     void optionsAreWrittenAsGiven();
     void aDeviceWithoutALineIsRefused();
     void anUnsafeTableIsRefused();
@@ -219,6 +220,18 @@ void TestFstabWriter::oneKindAfterTheOther()
              QByteArray("/dev/sda1  /  ext4  errors=remount-ro,usrquota,grpquota  0  1"));
     QVERIFY(_manager->hasQuotaOption(Sda, GroupQuota, text("/etc/fstab")));
     QCOMPARE(_sandbox.calls(text("blkid")).size(), 1);
+}
+
+void TestFstabWriter::whatWasEditedSinceTheReadStays()
+{
+    QCOMPARE(_manager->deviceOptions(Sda, text("/etc/fstab")), QStringList(text("errors=remount-ro")));
+    _sandbox.writeEtc(text("fstab"), QByteArray(Table).replace("errors=remount-ro", "ro,nosuid"));
+    QVERIFY(_manager->setFstabOption(Sda, UserQuota, true));
+    QVERIFY(_sandbox.readEtc(text("fstab")).contains("/dev/sda1  /  ext4  ro,nosuid,usrquota  0  1\n"));
+
+    _sandbox.writeEtc(text("fstab"), "/dev/sda1 / ext4 usrquota,sync 0 1\n");
+    QVERIFY(_manager->setFstabOption(Sda, UserQuota, false));
+    QCOMPARE(_sandbox.readEtc(text("fstab")), QByteArray("/dev/sda1  /  ext4  sync  0  1\n"));
 }
 
 void TestFstabWriter::optionsAreWrittenAsGiven()
