@@ -19,3 +19,8 @@ QString NotificationsData::editedFilesKey()
 {
     return QStringLiteral("editedFiles");
 }
+
+QString NotificationsData::asReadKey()
+{
+    return QStringLiteral("asRead");
+}

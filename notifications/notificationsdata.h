@@ -25,6 +25,9 @@ public:
     /// In `params`: the paths of the texts that were edited (list of texts). With it, an update leaves all other files
     /// that exist as they are.
     static QString editedFilesKey();
+    /// In `params`: the texts of the cron file and of all files as they were read (map of texts, by path). With it, an
+    /// update keeps a copy of what somebody else wrote into one of them since.
+    static QString asReadKey();
 
     QList<WarnquotaJob> jobs;     ///< in the order of the cron file
     QMap<QString, QString> files; ///< the whole text of each file, by path

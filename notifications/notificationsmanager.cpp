@@ -30,6 +30,7 @@ QString reasonText(const QString &path, const QString &reason)
 std::unique_ptr<NotificationsData> NotificationsManager::read()
 {
     auto data = std::make_unique<NotificationsData>();
+    const QByteArray table = WholeFile::read(cronFile()).value_or(QByteArray());
     CrontabReader reader;
     connect(&reader, &CrontabReader::error, this, &NotificationsManager::error);
 
@@ -48,26 +49,33 @@ std::unique_ptr<NotificationsData> NotificationsManager::read()
     for (const QString &path : defaultFiles)
         readOnce(path);
 
-    const QStringList dropped = CronTable::droppedLines(WholeFile::read(cronFile()).value_or(QByteArray()));
+    const QStringList dropped = CronTable::droppedLines(table);
     if (!dropped.isEmpty())
         data->params.insert(NotificationsData::droppedLinesKey(), dropped);
     data->params.insert(NotificationsData::dailyRunKey(), DailyRun::isOn());
+
+    QVariantMap asRead{{cronFile(), WholeFile::text(table)}};
+    for (auto file = data->files.cbegin(); file != data->files.cend(); ++file)
+        asRead.insert(file.key(), file.value());
+    data->params.insert(NotificationsData::asReadKey(), asRead);
     return data;
 }
 
 void NotificationsManager::write(const NotificationsData &data)
 {
-    writeCronJobs(data.jobs);
+    const QVariantMap asRead = data.params.value(NotificationsData::asReadKey()).toMap();
+    writeCronJobs(data.jobs, asRead);
     const bool tellsEdited = data.params.contains(NotificationsData::editedFilesKey());
     const QStringList edited = data.params.value(NotificationsData::editedFilesKey()).toStringList();
     for (auto file = data.files.cbegin(); file != data.files.cend(); ++file)
-        if (!tellsEdited || edited.contains(file.key()) || !QFileInfo::exists(file.key()))
+        if ((!tellsEdited || edited.contains(file.key()) || !QFileInfo::exists(file.key())) &&
+            keepWhatOthersWrote(file.key(), asRead))
             writeFile(file.key(), file.value());
 }
 
-bool NotificationsManager::writeCronJobs(const QList<WarnquotaJob> &jobs)
+bool NotificationsManager::writeCronJobs(const QList<WarnquotaJob> &jobs, const QVariantMap &asRead)
 {
-    if (!keepDroppedLines())
+    if (!keepTable(asRead))
         return false;
     CrontabReader reader;
     connect(&reader, &CrontabReader::error, this, &NotificationsManager::error);
@@ -107,13 +115,24 @@ bool NotificationsManager::writeFile(const QString &path, const QString &text)
     return written.succeeded();
 }
 
-bool NotificationsManager::keepDroppedLines()
+bool NotificationsManager::keepTable(const QVariantMap &asRead)
 {
     const std::optional<QByteArray> table = WholeFile::read(cronFile());
     if (!table || CronTable::droppedLines(*table).isEmpty())
-        return true;
+        return keepWhatOthersWrote(cronFile(), asRead);
     return keep(cronFile(), *table, tr("%1 held lines that are not written again. The file as it was is kept as %2."),
                 tr("%1 was left as it is: it holds lines that are not written again, and no copy of it could be made "
+                   "in /var/backups."));
+}
+
+bool NotificationsManager::keepWhatOthersWrote(const QString &path, const QVariantMap &asRead)
+{
+    const std::optional<QByteArray> bytes = WholeFile::read(path);
+    if (!bytes || !asRead.contains(path) || asRead.value(path) == WholeFile::text(*bytes))
+        return true;
+    return keep(path, *bytes,
+                tr("%1 was changed by somebody else since it was read. The file as it was is kept as %2."),
+                tr("%1 was left as it is: somebody else changed it since it was read, and no copy of it could be made "
                    "in /var/backups."));
 }
 

@@ -95,6 +95,7 @@ void NotificationsWidget::afterSuccessfulRead(Element *element, ElementData *rec
     for (int i = 0; i < read->jobs.size(); ++i)
         _tasks.insert(QString::number(i + 1), read->jobs.at(i));
     _files = read->files;
+    _asRead = read->params.value(NotificationsData::asReadKey());
     showNotes(read->params);
 
     QComboBox *tasks = _ui->_cronJobsComboBox;
@@ -150,6 +151,7 @@ std::unique_ptr<ElementData> NotificationsWidget::exportElementData() const
     }
     exported->jobs = tasks.values();
     exported->params.insert(NotificationsData::editedFilesKey(), edited);
+    exported->params.insert(NotificationsData::asReadKey(), _asRead);
     return exported;
 }
 

@@ -82,6 +82,7 @@ private:
     ScheduleValidator *_validator;
     QMap<QString, WarnquotaJob> _tasks; // as read, and those that were added
     QMap<QString, QString> _files;      // as read
+    QVariant _asRead;                   // what the record said under asReadKey(), for the update
     ScheduleChoice _shown;              // of the current task, before it was edited
     QString _taskToShow;                // after the next read; empty for the one that is shown
     QVector<QMetaObject::Connection> _changeConnections;

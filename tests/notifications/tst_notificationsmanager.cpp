@@ -100,6 +100,7 @@ private Q_SLOTS:
     void eachForeignTableIsKept();
     void theCopyIsOnTheDiskBeforeTheTableGoes();
     void onlyRootReadsTheCopy();
+    void whatOthersWroteSinceTheReadIsKept();
     void withoutACopyNothingIsWritten();
     void theReadTellsWhatWillBeDropped();
 
@@ -474,6 +475,32 @@ void TestNotificationsManager::onlyRootReadsTheCopy()
     const struct stat copy = statusOf(copies.first().filePath());
     QCOMPARE(copy.st_mode & ALLPERMS, mode_t(S_IRUSR | S_IWUSR));
     QCOMPARE(copy.st_uid, uid_t(0));
+}
+
+void TestNotificationsManager::whatOthersWroteSinceTheReadIsKept()
+{
+    const QByteArray added = MachineFiles::tableHead + "0 7 * * * root warnquota -g\n";
+    const QByteArray edited = "# by somebody else\n";
+    NotificationsManager manager;
+    const QSignalSpy details(&manager, &NotificationsManager::detail);
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    setTable(added);
+    _sandbox.writeEtc(QStringLiteral("quotatab"), edited);
+    data->jobs = {jobOf("0 9 * * 1 root warnquota")};
+    data->files[quotaTab] = QStringLiteral("# here\n");
+    data->files[config] = QStringLiteral("# nobody else\n");
+    data->params.insert(NotificationsData::editedFilesKey(), QStringList({quotaTab, config}));
+
+    manager.write(*data);
+    QCOMPARE(table(), MachineFiles::tableHead + "0 9 * * 1 root warnquota -u\n");
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("# here\n"));
+    QCOMPARE(MachineFiles::backupContents(), QByteArrayList({edited, added})); // by their names
+    QCOMPARE(details.size(), 2);
+    QVERIFY(details.first().first().toString().contains(QStringLiteral("/var/backups/warnquota.")));
+    QVERIFY(details.last().first().toString().contains(QStringLiteral("/var/backups/quotatab.")));
+
+    manager.write(*manager.read()); // of what nobody else touched there is no copy
+    QCOMPARE(details.size(), 2);
 }
 
 void TestNotificationsManager::withoutACopyNothingIsWritten()

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void showingASchedule();
     void everyScheduleAfterEveryOther();
     void anotherTasksFiles();
+    void theUpdateIsToldWhatWasRead();
     void withoutTasks();
     void showingIsNoChange();
     void everyEditIsAChangeThatHoldsTheTask_data();
@@ -274,6 +275,16 @@ void TestNotificationsWidget::anotherTasksFiles()
     QCOMPARE(edited.files.value(config), data.files.value(config));
     QCOMPARE(edited.params.value(NotificationsData::editedFilesKey()).toStringList(),
              QStringList(QStringLiteral("/etc/w.conf")));
+}
+
+void TestNotificationsWidget::theUpdateIsToldWhatWasRead()
+{
+    NotificationsData data = record(oneTask);
+    const QVariantMap asRead{{config, QStringLiteral("as it was")}};
+    data.params.insert(NotificationsData::asReadKey(), asRead);
+    show(data);
+    configEdit()->setPlainText(QStringLiteral("edited"));
+    QCOMPARE(exported().params.value(NotificationsData::asReadKey()).toMap(), asRead);
 }
 
 void TestNotificationsWidget::withoutTasks()
