@@ -11,10 +11,10 @@
 
 namespace
 {
-QString tr(const char *text)
+struct Texts
 {
-    return QCoreApplication::translate("PluginsDialog", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(PluginsDialog)
+};
 
 QString paragraph(const QString &heading, const QStringList &lines)
 {
@@ -39,19 +39,19 @@ QString pluginState(const PluginRecord &record, const ModuleTree &tree)
 {
     switch (record.state) {
     case PluginRecord::State::Refused:
-        return tr("Refused: not safe to load");
+        return Texts::tr("Refused: not safe to load");
     case PluginRecord::State::Broken:
-        return tr("Broken: not a plug-in that loads");
+        return Texts::tr("Broken: not a plug-in that loads");
     case PluginRecord::State::Foreign:
-        return tr("Made for another program");
+        return Texts::tr("Made for another program");
     case PluginRecord::State::Threw:
-        return tr("Failed while it was started");
+        return Texts::tr("Failed while it was started");
     case PluginRecord::State::Invalid:
-        return tr("Cannot work on this computer");
+        return Texts::tr("Cannot work on this computer");
     case PluginRecord::State::Attached:
         break;
     }
-    return isWhollyAtWork(record, tree) ? tr("At work") : tr("At work in part");
+    return isWhollyAtWork(record, tree) ? Texts::tr("At work") : Texts::tr("At work in part");
 }
 
 QStringList unattachedModules(const PluginRecord &record, const ModuleTree &tree)
@@ -59,8 +59,8 @@ QStringList unattachedModules(const PluginRecord &record, const ModuleTree &tree
     QStringList lines;
     for (const Module *module : tree.waitingModules()) {
         if (record.moduleNames.contains(module->name()))
-            lines.append(
-                tr("%1: there is no module %2 that it could attach to").arg(module->name(), module->attachName()));
+            lines.append(Texts::tr("%1: there is no module %2 that it could attach to")
+                             .arg(module->name(), module->attachName()));
     }
     return lines;
 }
@@ -76,10 +76,10 @@ QString pluginDetails(const PluginRecord &record, const ModuleTree &tree)
         QString heading;
         QStringList lines;
     } parts[] = {
-        {tr("Modules without a place"), unattachedModules(record, tree)},
-        {tr("Programs that it ran"), record.programOutput},
-        {tr("Modules"), record.moduleNames},
-        {tr("File"), {record.fileName}},
+        {Texts::tr("Modules without a place"), unattachedModules(record, tree)},
+        {Texts::tr("Programs that it ran"), record.programOutput},
+        {Texts::tr("Modules"), record.moduleNames},
+        {Texts::tr("File"), {record.fileName}},
     };
     for (const auto &part : parts) {
         if (!part.lines.isEmpty())

@@ -3,7 +3,6 @@
 
 #include "computerdata.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QLocale>
 #include <QMap>
@@ -15,11 +14,6 @@
 
 namespace
 {
-QString tr(const char *text, int count = -1)
-{
-    return QCoreApplication::translate("ComputerData", text, nullptr, count);
-}
-
 /// The fields of a file of "name: value" lines; of several with one name, the first. Such files of the kernel have no
 /// size, and are read until they end.
 QMap<QByteArray, QByteArray> kernelFile(const QString &fileName)

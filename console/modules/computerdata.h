@@ -5,12 +5,16 @@
 
 #include <elementdata.h>
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QStringList>
 
 /// What the computer's page tells of it.
-struct ComputerData : ElementData
+class ComputerData : public ElementData
 {
+    Q_DECLARE_TR_FUNCTIONS(ComputerData)
+
+public:
     QString hostName;
     QString system;
     QString kernel;

@@ -13,10 +13,10 @@ struct LocalGroupData : AccountData
     QStringList primaryMembers; ///< whose primary group it is
 };
 
-QString tr(const char *text)
+struct Texts
 {
-    return QCoreApplication::translate("LocalGroupModule", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(LocalGroupModule)
+};
 
 template<QStringList LocalGroupData::*names>
 QVariant count(const AccountData &data)
@@ -34,7 +34,7 @@ QVariant names(const AccountData &data)
         return {};
     QString text = QStringList(all.mid(0, shown)).join(QLatin1String(", "));
     if (all.size() > shown)
-        text += QCoreApplication::translate("LocalGroupModule", " and %n more", nullptr, all.size() - shown);
+        text += Texts::tr(" and %n more", nullptr, all.size() - shown);
     return text;
 }
 
@@ -62,31 +62,30 @@ AccountKind localGroupKind()
 {
     AccountKind kind;
     kind.moduleName = QStringLiteral("LocalGroupModule");
-    kind.moduleDescription = tr(QT_TRANSLATE_NOOP("LocalGroupModule", "The groups of this computer"));
+    kind.moduleDescription = Texts::tr("The groups of this computer");
     kind.containerType = QStringLiteral("LocalGroups");
-    kind.containerTitle = tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Local groups"));
-    kind.containerCaption = tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Groups of this computer"));
+    kind.containerTitle = Texts::tr("Local groups");
+    kind.containerCaption = Texts::tr("Groups of this computer");
     kind.containerIcon = QIcon::fromTheme(QStringLiteral("kra-user-groups"));
     kind.accountType = QStringLiteral("LocalGroup");
-    kind.accountCaption = tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Local group: %1"));
+    kind.accountCaption = Texts::tr("Local group: %1");
     kind.accountIcon = QIcon::fromTheme(QStringLiteral("kra-user-group"));
-    kind.readAllDescription = tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Read local groups"));
-    kind.readDescription = tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Read local group %1"));
-    kind.goneMessage = tr(QT_TRANSLATE_NOOP("LocalGroupModule", "There is no group %1 any more"));
+    kind.readAllDescription = Texts::tr("Read local groups");
+    kind.readDescription = Texts::tr("Read local group %1");
+    kind.goneMessage = Texts::tr("There is no group %1 any more");
     kind.records = &groupRecords;
     kind.properties = {
-        {tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Name")), AccountProperty::ListAndPage, AccountProperty::Text,
+        {Texts::tr("Name"), AccountProperty::ListAndPage, AccountProperty::Text,
          [](const AccountData &data) { return QVariant(data.name); }},
-        {tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Group id")), AccountProperty::ListAndPage, AccountProperty::Number,
+        {Texts::tr("Group id"), AccountProperty::ListAndPage, AccountProperty::Number,
          [](const AccountData &data) { return QVariant(data.id); }},
-        {tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Primary members")), AccountProperty::ListAndPage,
-         AccountProperty::Number, &count<&LocalGroupData::primaryMembers>},
-        {tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Further members")), AccountProperty::ListAndPage,
-         AccountProperty::Number, &count<&LocalGroupData::members>},
-        {tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Names")), AccountProperty::ListAndPage, AccountProperty::Text,
-         &names<&LocalGroupData::members>},
-        {tr(QT_TRANSLATE_NOOP("LocalGroupModule", "Primary group of")), AccountProperty::PageOnly,
-         AccountProperty::Text, &names<&LocalGroupData::primaryMembers>},
+        {Texts::tr("Primary members"), AccountProperty::ListAndPage, AccountProperty::Number,
+         &count<&LocalGroupData::primaryMembers>},
+        {Texts::tr("Further members"), AccountProperty::ListAndPage, AccountProperty::Number,
+         &count<&LocalGroupData::members>},
+        {Texts::tr("Names"), AccountProperty::ListAndPage, AccountProperty::Text, &names<&LocalGroupData::members>},
+        {Texts::tr("Primary group of"), AccountProperty::PageOnly, AccountProperty::Text,
+         &names<&LocalGroupData::primaryMembers>},
     };
     return kind;
 }

@@ -16,10 +16,10 @@ struct LocalUserData : AccountData
     QStringList groups; ///< beside the primary one
 };
 
-QString tr(const char *text)
+struct Texts
 {
-    return QCoreApplication::translate("LocalUserModule", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(LocalUserModule)
+};
 
 QVariant textOrNothing(const QString &text)
 {
@@ -63,32 +63,28 @@ AccountKind localUserKind()
 {
     AccountKind kind;
     kind.moduleName = QStringLiteral("LocalUserModule");
-    kind.moduleDescription = tr(QT_TRANSLATE_NOOP("LocalUserModule", "The users of this computer"));
+    kind.moduleDescription = Texts::tr("The users of this computer");
     kind.containerType = QStringLiteral("LocalUsers");
-    kind.containerTitle = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Local users"));
-    kind.containerCaption = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Users of this computer"));
+    kind.containerTitle = Texts::tr("Local users");
+    kind.containerCaption = Texts::tr("Users of this computer");
     kind.containerIcon = QIcon::fromTheme(QStringLiteral("kra-users"));
     kind.accountType = QStringLiteral("LocalUser");
-    kind.accountCaption = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Local user: %1"));
+    kind.accountCaption = Texts::tr("Local user: %1");
     kind.accountIcon = QIcon::fromTheme(QStringLiteral("kra-user"));
-    kind.readAllDescription = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Read local users"));
-    kind.readDescription = tr(QT_TRANSLATE_NOOP("LocalUserModule", "Read local user %1"));
-    kind.goneMessage = tr(QT_TRANSLATE_NOOP("LocalUserModule", "There is no user %1 any more"));
+    kind.readAllDescription = Texts::tr("Read local users");
+    kind.readDescription = Texts::tr("Read local user %1");
+    kind.goneMessage = Texts::tr("There is no user %1 any more");
     kind.records = &userRecords;
     kind.properties = {
-        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Name")), AccountProperty::ListAndPage, AccountProperty::Text,
+        {Texts::tr("Name"), AccountProperty::ListAndPage, AccountProperty::Text,
          [](const AccountData &data) { return QVariant(data.name); }},
-        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "User id")), AccountProperty::ListAndPage, AccountProperty::Number,
+        {Texts::tr("User id"), AccountProperty::ListAndPage, AccountProperty::Number,
          [](const AccountData &data) { return QVariant(data.id); }},
-        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Primary group")), AccountProperty::ListAndPage, AccountProperty::Text,
-         &text<&LocalUserData::group>},
-        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Full name")), AccountProperty::ListAndPage, AccountProperty::Text,
-         &text<&LocalUserData::fullName>},
-        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Home folder")), AccountProperty::ListAndPage, AccountProperty::Text,
-         &text<&LocalUserData::home>},
-        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Shell")), AccountProperty::ListAndPage, AccountProperty::Text,
-         &text<&LocalUserData::shell>},
-        {tr(QT_TRANSLATE_NOOP("LocalUserModule", "Further groups")), AccountProperty::PageOnly, AccountProperty::Text,
+        {Texts::tr("Primary group"), AccountProperty::ListAndPage, AccountProperty::Text, &text<&LocalUserData::group>},
+        {Texts::tr("Full name"), AccountProperty::ListAndPage, AccountProperty::Text, &text<&LocalUserData::fullName>},
+        {Texts::tr("Home folder"), AccountProperty::ListAndPage, AccountProperty::Text, &text<&LocalUserData::home>},
+        {Texts::tr("Shell"), AccountProperty::ListAndPage, AccountProperty::Text, &text<&LocalUserData::shell>},
+        {Texts::tr("Further groups"), AccountProperty::PageOnly, AccountProperty::Text,
          [](const AccountData &data) {
              return textOrNothing(static_cast<const LocalUserData &>(data).groups.join(QLatin1String(", ")));
          }},
