@@ -62,7 +62,7 @@ void QuotaModule::performOperation(ContextOperation *operation, OperationType ty
     }
     std::unique_ptr<ElementData> taken(type == OperationType::Write ? data : nullptr);
     std::unique_ptr<AbstractTask> task = rule->makeTask(static_cast<Element *>(operation), std::move(taken));
-    Module::performOperation(operation, type, nullptr, extra);
+    Module::performOperation(operation, type, nullptr, extra); // hears of every operation, but the record is taken
     TaskObserver::instance()->performTask(task.release());
 }
 
