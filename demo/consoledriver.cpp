@@ -52,6 +52,7 @@ bool ConsoleDriver::unfold(const QModelIndex &parent)
 {
     const QPersistentModelIndex row = parent;
     if (!_tree->isExpanded(row)) {
+        _tree->scrollTo(row);
         QTest::mouseClick(_tree->viewport(), Qt::LeftButton, {}, _tree->visualRect(row).center());
         QTest::keyClick(_tree, Qt::Key_Right);
     }

@@ -5,11 +5,6 @@
 
 #include <taskobserver.h>
 
-#include <QAction>
-#include <QLabel>
-#include <QTest>
-#include <QToolBar>
-
 ConsolePage::ConsolePage(RealConsole &console, const QStringList &titles)
     : _console(console)
     , _titles(titles)
@@ -23,37 +18,16 @@ bool ConsolePage::open()
     return _console.driver().open(_titles) && _console.driver().editor();
 }
 
-bool ConsolePage::refresh()
-{
-    return click(QStringLiteral("refreshAction")) && _console.driver().settle();
-}
-
-QString ConsolePage::message() const
-{
-    return _console.window().findChild<QLabel *>(QStringLiteral("pageMessage"))->text();
-}
-
 ConsolePage::Applied ConsolePage::apply()
 {
     _applied = {};
     _applied.message = QStringLiteral("Apply did nothing.");
     _details.clear();
     _boxes.takeTexts();
-    const bool isDone = click(QStringLiteral("applyAction")) && _console.driver().settle();
+    const bool isDone = _console.click(QStringLiteral("applyAction")) && _console.driver().settle();
     _applied.succeeded = _applied.succeeded && isDone;
     _applied.boxes = _boxes.takeTexts();
     return _applied;
-}
-
-/// On the tool bar. False while the action is not available.
-bool ConsolePage::click(const QString &action)
-{
-    auto *bar = _console.window().findChild<QToolBar *>();
-    QWidget *button = bar->widgetForAction(_console.window().findChild<QAction *>(action));
-    if (!button->isEnabled())
-        return false;
-    QTest::mouseClick(button, Qt::LeftButton);
-    return true;
 }
 
 void ConsolePage::noteDetail(quint64 id, const QString &text)

@@ -29,22 +29,24 @@ public:
         qint64 milliseconds = 0;
     };
 
-    /// The page that these titles lead to in the tree, see ConsoleDriver::open().
-    ConsolePage(RealConsole &console, const QStringList &titles);
+    /// The page that these titles lead to in the tree, see ConsoleDriver::open(); none for one that is opened
+    /// otherwise.
+    explicit ConsolePage(RealConsole &console, const QStringList &titles = {});
 
     /// Opens the page. False where it does not come.
     bool open();
     /// Reads the page again.
-    bool refresh();
+    bool refresh() { return _console.refresh(); }
 
     /// What the page says of the tasks that failed.
-    QString message() const;
+    QString message() const { return _console.message(); }
     /// The texts of the boxes that asked or warned since the last call, or the last Apply.
     QStringList takeBoxes() { return _boxes.takeTexts(); }
     /// Clicks Apply and waits until the page was read again. A failure with a message where there is nothing to apply.
     Applied apply();
 
 protected:
+    RealConsole &console() const { return _console; }
     MessageBoxes &boxes() { return _boxes; }
 
     /// A widget of the page; it must be there.
@@ -55,7 +57,6 @@ protected:
     }
 
 private:
-    bool click(const QString &action);
     void noteDetail(quint64 id, const QString &text);
     void noteEnd(const TaskReport &task);
 

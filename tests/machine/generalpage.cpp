@@ -3,6 +3,8 @@
 
 #include "generalpage.h"
 
+#include "form.h"
+
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -25,22 +27,12 @@ GeneralPage::GeneralPage(RealConsole &console)
 
 QStringList GeneralPage::devices() const
 {
-    const auto *box = find<QComboBox>(QStringLiteral("_filesystemsComboBox"));
-    QStringList devices;
-    for (int i = 0; i < box->count(); ++i)
-        devices.append(box->itemText(i));
-    return devices;
+    return Form::choices(find<QComboBox>(QStringLiteral("_filesystemsComboBox")));
 }
 
 bool GeneralPage::choose(const QString &device)
 {
-    auto *box = find<QComboBox>(QStringLiteral("_filesystemsComboBox"));
-    if (!box->isEnabled())
-        return false;
-    QTest::keyClick(box, Qt::Key_Home);
-    while (box->currentText() != device && box->currentIndex() + 1 < box->count())
-        QTest::keyClick(box, Qt::Key_Down);
-    return box->currentText() == device;
+    return Form::choose(find<QComboBox>(QStringLiteral("_filesystemsComboBox")), device);
 }
 
 QString GeneralPage::filesystem() const
@@ -79,13 +71,7 @@ bool GeneralPage::setGrace(QuotaKind kind, Counted counted, const Grace &grace)
 {
     const std::array<QSpinBox *, 4> boxes = spinBoxes(kind, counted);
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        if (!boxes[i]->isEnabled())
-            return false;
-        boxes[i]->setFocus();
-        boxes[i]->selectAll();
-        QTest::keyClicks(boxes[i], QString::number(grace[i]));
-        QTest::keyClick(boxes[i], Qt::Key_Tab);
-        if (boxes[i]->value() != grace[i])
+        if (!Form::type(boxes[i], QString::number(grace[i])) || boxes[i]->value() != grace[i])
             return false;
     }
     return true;

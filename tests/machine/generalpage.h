@@ -4,6 +4,7 @@
 #pragma once
 
 #include "consolepage.h"
+#include "counted.h"
 
 #include <quotakind.h>
 
@@ -18,11 +19,6 @@ class GeneralPage : public ConsolePage
     Q_OBJECT
 
 public:
-    enum class Counted
-    {
-        Space,
-        Files
-    };
     using Grace = std::array<int, 4>; ///< weeks, days, hours, minutes
 
     explicit GeneralPage(RealConsole &console);

@@ -4,6 +4,7 @@
 #include "machinefacts.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QVector>
@@ -91,6 +92,23 @@ MachineFacts::Kind kind(const MachineFacts::Device &device, const Sayings &said,
 
 } // namespace
 
+QString MachineFacts::disk(const char *name)
+{
+    return QFileInfo(QStringLiteral("/dev/disk/by-id/virtio-%1").arg(QLatin1String(name))).canonicalFilePath();
+}
+
+QStringList MachineFacts::fstabLine(const char *mountPoint)
+{
+    QFile file(QStringLiteral("/etc/fstab"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    for (const QStringList &line : fields(QString::fromUtf8(file.readAll()))) {
+        if (line.value(1) == QLatin1String(mountPoint))
+            return line;
+    }
+    return {};
+}
+
 QStringList MachineFacts::quotaDevices()
 {
     QStringList devices;
@@ -126,4 +144,44 @@ MachineFacts::Device MachineFacts::device(const QString &path)
     device.user = kind(device, said, false);
     device.group = kind(device, said, true);
     return device;
+}
+
+MachineFacts::Accounts MachineFacts::accounts(QuotaKind kind, const QString &mountPoint)
+{
+    // Of the report in columns: limits in blocks of 1024 bytes, times in seconds since the epoch.
+    enum Column
+    {
+        Name,
+        BlockStatus,
+        FileStatus,
+        BlockUsed,
+        BlockSoft,
+        BlockHard,
+        BlockGrace,
+        FileUsed,
+        FileSoft,
+        FileHard,
+        FileGrace
+    };
+    constexpr quint64 block = 1024;
+    const QString kindSwitch = kind == GroupQuota ? QStringLiteral("--group") : QStringLiteral("--user");
+    Accounts accounts;
+    // Verbose, so that accounts without a file have their limits reported, too.
+    const QString report =
+        outputOf(QStringLiteral("repquota"), {kindSwitch, QStringLiteral("--verbose"), QStringLiteral("--raw-grace"),
+                                              QStringLiteral("--output=csv"), mountPoint});
+    for (const QString &line : report.split(QLatin1Char('\n'), Qt::SkipEmptyParts).mid(1)) {
+        const QStringList cells = line.split(QLatin1Char(','));
+        Account account;
+        account.usedBytes = cells.value(BlockUsed).toULongLong() * block;
+        account.softBytes = cells.value(BlockSoft).toULongLong() * block;
+        account.hardBytes = cells.value(BlockHard).toULongLong() * block;
+        account.usedFiles = cells.value(FileUsed).toULongLong();
+        account.softFiles = cells.value(FileSoft).toULongLong();
+        account.hardFiles = cells.value(FileHard).toULongLong();
+        account.spaceForced = cells.value(BlockGrace).toLongLong();
+        account.filesForced = cells.value(FileGrace).toLongLong();
+        accounts.insert(cells.value(Name), account);
+    }
+    return accounts;
 }

@@ -3,6 +3,8 @@
 
 #include "notificationspage.h"
 
+#include "form.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -21,11 +23,7 @@ NotificationsPage::NotificationsPage(RealConsole &console)
 
 QStringList NotificationsPage::tasks() const
 {
-    const auto *box = find<QComboBox>(QStringLiteral("_cronJobsComboBox"));
-    QStringList tasks;
-    for (int i = 0; i < box->count(); ++i)
-        tasks.append(box->itemText(i));
-    return tasks;
+    return Form::choices(find<QComboBox>(QStringLiteral("_cronJobsComboBox")));
 }
 
 bool NotificationsPage::addTask()

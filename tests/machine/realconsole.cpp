@@ -5,6 +5,11 @@
 
 #include <taskobserver.h>
 
+#include <QAction>
+#include <QLabel>
+#include <QTest>
+#include <QToolBar>
+
 RealConsole::RealConsole()
 {
     _session.loadPlugins({Session::pluginFolder()});
@@ -18,4 +23,25 @@ RealConsole::~RealConsole()
     _driver.reset();
     _window.reset();
     TaskObserver::instance()->closeDown();
+}
+
+bool RealConsole::click(const QString &action)
+{
+    const auto *bar = _window->findChild<QToolBar *>();
+    QWidget *button = bar->widgetForAction(_window->findChild<QAction *>(action));
+    if (!button->isEnabled())
+        return false;
+    QTest::mouseClick(button, Qt::LeftButton);
+    return true;
+}
+
+bool RealConsole::refresh()
+{
+    return click(QStringLiteral("refreshAction")) && _driver->settle();
+}
+
+QString RealConsole::message() const
+{
+    const auto *label = _window->findChild<QLabel *>(QStringLiteral("pageMessage"));
+    return label->isVisible() ? label->text() : QString();
 }

@@ -17,6 +17,13 @@ public:
     ConsoleDriver &driver() { return *_driver; }
     MainWindow &window() { return *_window; }
 
+    /// Clicks an action on the tool bar. False while it is not available.
+    bool click(const QString &action);
+    /// Reads the page in front again, and waits for it.
+    bool refresh();
+    /// What the page says went wrong; empty when nothing did.
+    QString message() const;
+
 private:
     Session _session;
     std::unique_ptr<MainWindow> _window;

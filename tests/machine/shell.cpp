@@ -13,3 +13,11 @@ Shell::Result Shell::run(const QString &script)
     return {bash.exitStatus() == QProcess::NormalExit ? bash.exitCode() : -1,
             QString::fromUtf8(bash.readAllStandardOutput()), QString::fromUtf8(bash.readAllStandardError())};
 }
+
+bool Shell::succeeds(const QString &script)
+{
+    const Result result = run(script);
+    if (result.exitCode != 0)
+        qWarning("%s", qPrintable(result.errors));
+    return result.exitCode == 0;
+}

@@ -17,4 +17,6 @@ struct Result
 
 /// Runs a bash script to its end.
 Result run(const QString &script);
+/// Runs one, and warns with what it said unless it ends with 0.
+bool succeeds(const QString &script);
 } // namespace Shell

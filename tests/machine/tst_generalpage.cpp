@@ -76,8 +76,8 @@ void TestGeneralPage::compare(QuotaKind kind, const MachineFacts::Kind &facts, b
 {
     QCOMPARE(_page->isOn(kind), facts.on);
     QCOMPARE(_page->canSwitch(kind), !hasFeature);
-    QCOMPARE(_page->graceSeconds(kind, GeneralPage::Counted::Space), facts.blockGrace);
-    QCOMPARE(_page->graceSeconds(kind, GeneralPage::Counted::Files), facts.inodeGrace);
+    QCOMPARE(_page->graceSeconds(kind, Counted::Space), facts.blockGrace);
+    QCOMPARE(_page->graceSeconds(kind, Counted::Files), facts.inodeGrace);
 
     const QString said = _page->facts(kind).join(QLatin1Char('\n'));
     const auto says = [&said](const char *text) { return said.contains(QLatin1String(text)); };

@@ -3,6 +3,7 @@
 
 #include "generalpage.h"
 #include "machinefacts.h"
+#include "ordinarywrite.h"
 #include "realconsole.h"
 #include "resultstable.h"
 #include "shell.h"
@@ -16,43 +17,21 @@
 
 #include <sys/stat.h>
 
-using Counted = GeneralPage::Counted;
+using MachineFacts::disk;
+using MachineFacts::fstabLine;
+using OrdinaryWrite::isExceeded;
 
 namespace
 {
 
-/// A disk by the name that it has in this machine.
-QString disk(const char *name)
-{
-    return QFileInfo(QStringLiteral("/dev/disk/by-id/virtio-%1").arg(QLatin1String(name))).canonicalFilePath();
-}
-
-/// The fields of the disk's line in "/etc/fstab", the table's own spelling; none where it has none.
-QStringList fstabLine(const char *mountPoint)
-{
-    QFile file(QStringLiteral("/etc/fstab"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    for (const QString &line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
-        const QStringList fields = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        if (fields.value(1) == QLatin1String(mountPoint))
-            return fields;
-    }
-    return {};
-}
-
 /// What becomes of it when somebody without rights of his own writes 3 MiB there.
 Shell::Result writeAs(const char *name, const QString &folder)
 {
-    return Shell::run(
-        QStringLiteral("setpriv --reuid %1 --regid %1 --clear-groups "
-                       "bash -c 'head --bytes 3M /dev/zero >%2/by-%1; code=$?; rm -f %2/by-%1; exit $code'")
-            .arg(QLatin1String(name), folder));
-}
-
-bool isExceeded(const Shell::Result &writing)
-{
-    return writing.exitCode != 0 && writing.errors.contains(QLatin1String("Disk quota exceeded"));
+    const QString account = QString::fromLatin1(name);
+    const QString file = QStringLiteral("%1/by-%2").arg(folder, account);
+    Shell::Result writing = OrdinaryWrite::append(account, file, 3 * 1024);
+    QFile::remove(file);
+    return writing;
 }
 
 bool isFree(const Shell::Result &writing)
