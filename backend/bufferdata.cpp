@@ -42,7 +42,7 @@ using MountTableFile = std::unique_ptr<FILE, CloseMountTable>;
 
 File openAccountFile(const QString &path)
 {
-    return File(std::fopen(QFile::encodeName(path).constData(), "r"));
+    return File(std::fopen(QFile::encodeName(path).constData(), "re"));
 }
 
 /// A field of an account; null where its line lacks it ("+name"). What is plain ASCII, as nearly all of it is, reads
@@ -165,6 +165,7 @@ QVector<MountEntry> BufferData::readMountFile(const QString &path)
     mntent record = {};
     while (getmntent_r(table.get(), &record, line.data(), static_cast<int>(line.size())) != nullptr)
         entries.append(toEntry(record));
+    reportIfBrokenOff(table.get(), path);
     return entries;
 }
 
@@ -197,6 +198,7 @@ QVector<PasswdEntry> BufferData::readPasswd()
     QVector<PasswdEntry> entries;
     while (const passwd *record = fgetpwent(file.get()))
         entries.append(toEntry(*record, entries));
+    reportIfBrokenOff(file.get(), SystemNames::Passwd);
     return entries;
 }
 
@@ -210,5 +212,13 @@ QVector<GroupEntry> BufferData::readGroup()
     QVector<GroupEntry> entries;
     while (const group *record = fgetgrent(file.get()))
         entries.append(toEntry(*record, entries));
+    reportIfBrokenOff(file.get(), SystemNames::Group);
     return entries;
+}
+
+/// The library's readers give no more entries at the end of a file and where it cannot be read on alike.
+void BufferData::reportIfBrokenOff(std::FILE *file, const QString &path)
+{
+    if (std::ferror(file) != 0)
+        Q_EMIT error(tr("File %1 can not be open").arg(path));
 }

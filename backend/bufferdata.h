@@ -12,12 +12,13 @@
 #include <QStringList>
 #include <QVector>
 
+#include <cstdio>
 #include <optional>
 
 /// The system's own tables, each read when it is first asked for and then kept until resetCache().
 ///
-/// A source that cannot be read gives one error text and then counts as read and empty. Texts come in the local 8-bit
-/// encoding. Belongs to the thread that made it.
+/// A source that cannot be read gives one error text and then counts as read, with the entries that came before. Texts
+/// come in the local 8-bit encoding. Belongs to the thread that made it.
 class BufferData : public QObject
 {
     Q_OBJECT
@@ -51,6 +52,7 @@ private:
     QStringList readBlkid();
     QVector<PasswdEntry> readPasswd();
     QVector<GroupEntry> readGroup();
+    void reportIfBrokenOff(std::FILE *file, const QString &path);
 
     std::optional<QVector<MountEntry>> _fstab;
     std::optional<QVector<MountEntry>> _mtab;

@@ -4,6 +4,7 @@
 #include <bufferdata.h>
 #include <sandbox.h>
 
+#include <QDir>
 #include <QSignalSpy>
 #include <QTextCodec>
 #include <QtTest>
@@ -58,6 +59,7 @@ private Q_SLOTS:
     void missingAccountFileIsReportedOnce_data();
     void missingAccountFileIsReportedOnce();
 
+    void aFolderInPlaceOfASourceIsReported();
     void everySourceIsReadOnce();
     void resetReadsEverySourceAgain();
     void resetReportsAgain();
@@ -307,6 +309,26 @@ void TestBufferData::missingAccountFileIsReportedOnce()
     for (int i = 0; i < 2; ++i)
         QVERIFY(name == text("passwd") ? buffer.passwdEntries().isEmpty() : buffer.groupEntries().isEmpty());
     QCOMPARE(texts(errors), QStringList{text("File /etc/%1 can not be open").arg(name)});
+}
+
+/// Such a source can be opened, but not be read.
+void TestBufferData::aFolderInPlaceOfASourceIsReported()
+{
+    for (const char *name : {"fstab", "mtab", "passwd", "group"}) {
+        _sandbox.removeEtc(text(name));
+        QVERIFY(QDir().mkdir(text("/etc/") + text(name)));
+    }
+    BufferData buffer;
+    const QSignalSpy errors(&buffer, &BufferData::error);
+    QVERIFY(buffer.fstabEntries().isEmpty());
+    QVERIFY(buffer.mtabEntries().isEmpty());
+    QVERIFY(buffer.passwdEntries().isEmpty());
+    QVERIFY(buffer.groupEntries().isEmpty());
+    QCOMPARE(texts(errors),
+             (QStringList{text("File /etc/fstab can not be open"), text("File /etc/mtab can not be open"),
+                          text("File /etc/passwd can not be open"), text("File /etc/group can not be open")}));
+    for (const char *name : {"fstab", "mtab", "passwd", "group"})
+        _sandbox.removeEtc(text(name));
 }
 
 void TestBufferData::everySourceIsReadOnce()
