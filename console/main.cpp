@@ -14,6 +14,7 @@
 int main(int argc, char *argv[])
 {
     Startup::prepareProcess();
+    Startup::dropForeignArguments(argc, argv);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);

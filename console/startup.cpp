@@ -230,6 +230,22 @@ void Startup::keepKnownEnvironment()
     }
 }
 
+void Startup::dropForeignArguments(int &argc, char *argv[])
+{
+    if (geteuid() != 0)
+        return;
+    int kept = 0;
+    for (int i = 0; i < argc; ++i) {
+        const QByteArray argument(argv[i]);
+        if (i > 0 && (argument == "-platformpluginpath" || argument == "--platformpluginpath"))
+            ++i; // and its value
+        else
+            argv[kept++] = argv[i];
+    }
+    argc = kept;
+    argv[argc] = nullptr;
+}
+
 void Startup::nameAskingUser()
 {
     const QByteArray asked = qgetenv("PKEXEC_UID");

@@ -36,6 +36,10 @@ void useFoldersOf(uid_t account);
 /// is drawn. Of the others too many make some library or program read code from elsewhere, and each release adds some.
 void keepKnownEnvironment();
 
+/// Takes the option out by which Qt loads its platform plug-in from a folder of the caller's choice, where the process
+/// is root's: whoever is asked for the password sees what is started, not with which options.
+void dropForeignArguments(int &argc, char *argv[]);
+
 /// SUDO_UID says who asked for administrator rights, also where that was asked through polkit.
 void nameAskingUser();
 } // namespace Startup

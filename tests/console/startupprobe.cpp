@@ -18,11 +18,13 @@ extern char **environ;
 int main(int argc, char *argv[])
 {
     Startup::prepareProcess();
+    Startup::dropForeignArguments(argc, argv);
     const QCoreApplication application(argc, argv);
     const mode_t mask = umask(0);
     QTextStream out(stdout);
     for (char **entry = environ; *entry; ++entry)
         out << QString::fromLocal8Bit(*entry) << '\n';
+    out << "probe arguments=" << QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')) << '\n';
     out << "probe umask=" << QString::number(mask, 8) << '\n';
     out << "probe codec=" << QString::fromLatin1(QTextCodec::codecForLocale()->name()) << '\n';
     out << "probe text=" << QString::fromLocal8Bit("\xc3\xa4").size() << '\n';

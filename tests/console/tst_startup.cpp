@@ -23,16 +23,18 @@ private Q_SLOTS:
     void rootUsesItsOwnFolders();
     void displayStaysReachable();
     void rootKeepsOnlyWhatIsKnown();
+    void rootTakesNoPlatformFromElsewhere_data();
+    void rootTakesNoPlatformFromElsewhere();
     void askingUserIsNamed_data();
     void askingUserIsNamed();
 
 private:
     using Environment = QMap<QString, QString>;
-    static Environment start(const Environment &changes, mode_t mask = 022);
+    static Environment start(const Environment &changes, mode_t mask = 022, const QStringList &arguments = {});
     static bool isRoot() { return geteuid() == 0; }
 };
 
-StartupTest::Environment StartupTest::start(const Environment &changes, mode_t mask)
+StartupTest::Environment StartupTest::start(const Environment &changes, mode_t mask, const QStringList &arguments)
 {
     QProcessEnvironment environment;
     environment.insert(QStringLiteral("HOME"), QStringLiteral("/nowhere"));
@@ -42,7 +44,7 @@ StartupTest::Environment StartupTest::start(const Environment &changes, mode_t m
     QProcess probe;
     probe.setProcessEnvironment(environment);
     const mode_t before = umask(mask);
-    probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/startupprobe"), QStringList());
+    probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/startupprobe"), arguments);
     const bool ended = probe.waitForFinished();
     umask(before);
     Environment found;
@@ -202,6 +204,27 @@ void StartupTest::rootKeepsOnlyWhatIsKnown()
         QCOMPARE(found.value(name), QStringLiteral("2"));
     for (const QString &name : dropped)
         QVERIFY2(found.contains(name) != isRoot(), qPrintable(name));
+}
+
+void StartupTest::rootTakesNoPlatformFromElsewhere_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<QString>("left");
+    QTest::newRow("none") << QString() << QString();
+    QTest::newRow("one dash") << QStringLiteral("-platformpluginpath /x --plugins /y")
+                              << QStringLiteral("--plugins /y");
+    QTest::newRow("two dashes") << QStringLiteral("-a --platformpluginpath /x b") << QStringLiteral("-a b");
+    QTest::newRow("twice") << QStringLiteral("-platformpluginpath /x -platformpluginpath /y") << QString();
+    QTest::newRow("without its value") << QStringLiteral("a -platformpluginpath") << QStringLiteral("a");
+}
+
+void StartupTest::rootTakesNoPlatformFromElsewhere()
+{
+    QFETCH(QString, given);
+    QFETCH(QString, left);
+    const Environment found = start({}, 022, given.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    QVERIFY(found.contains(QStringLiteral("probe arguments")));
+    QCOMPARE(found.value(QStringLiteral("probe arguments")), isRoot() ? left : given);
 }
 
 void StartupTest::askingUserIsNamed_data()
