@@ -29,6 +29,9 @@ constexpr int BlkidFinishWait = 30000;
 /// the library's own buffer would cut.
 constexpr std::size_t LongestMountLine = 64 * 1024;
 
+/// Account files of megabytes are read in few pieces.
+constexpr std::size_t AccountFileBuffer = 64 * 1024;
+
 struct CloseFile
 {
     void operator()(FILE *file) const { std::fclose(file); }
@@ -42,7 +45,10 @@ using MountTableFile = std::unique_ptr<FILE, CloseMountTable>;
 
 File openAccountFile(const QString &path)
 {
-    return File(std::fopen(QFile::encodeName(path).constData(), "re"));
+    File file(std::fopen(QFile::encodeName(path).constData(), "re"));
+    if (file)
+        std::setvbuf(file.get(), nullptr, _IOFBF, AccountFileBuffer);
+    return file;
 }
 
 /// A field of an account; null where its line lacks it ("+name"). What is plain ASCII, as nearly all of it is, reads
