@@ -8,6 +8,7 @@
 #include "fstabrewrite.h"
 #include "systemnames.h"
 
+#include <backupcopy.h>
 #include <filereplacement.h>
 
 #include <QFile>
@@ -55,6 +56,8 @@ bool FstabWriter::write(const QString &device, const QStringList &options)
         return false;
     }
 
+    if (rewrite.content.count('#') < table.count('#'))
+        keepComments(table);
     const FileReplacement replacement = replaceFile(SystemNames::Fstab, rewrite.content);
     switch (replacement.end) {
     case FileReplacement::End::NotOpened:
@@ -70,4 +73,16 @@ bool FstabWriter::write(const QString &device, const QStringList &options)
     }
     _devices.forgetFstab(); // or the other kind's option would be set in the options of before
     return true;
+}
+
+void FstabWriter::keepComments(const QByteArray &table)
+{
+    const QString copy = BackupCopy::make(SystemNames::Fstab, table);
+    if (copy.isEmpty())
+        Q_EMIT detail(tr("The comments of %1 are not written again, and no copy of the file as it was could be made in "
+                         "/var/backups.")
+                          .arg(SystemNames::Fstab));
+    else
+        Q_EMIT detail(tr("The comments of %1 are not written again. The file as it was is kept as %2.")
+                          .arg(SystemNames::Fstab, copy));
 }

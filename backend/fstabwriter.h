@@ -27,10 +27,12 @@ public:
 
 Q_SIGNALS:
     void error(const QString &message);
-    /// Why the system did not let the file be changed.
+    /// Why the system did not let the file be changed, and where it is kept as it was before its comments went.
     void detail(const QString &text);
 
 private:
+    void keepComments(const QByteArray &table);
+
     BufferData &_buffer;
     DeviceTable &_devices;
 };

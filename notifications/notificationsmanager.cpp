@@ -3,13 +3,13 @@
 
 #include "notificationsmanager.h"
 
-#include "backupcopy.h"
 #include "crontable.h"
 #include "crontabreader.h"
 #include "dailyrun.h"
 #include "warnquotacommand.h"
 #include "wholefile.h"
 
+#include <backupcopy.h>
 #include <filereplacement.h>
 
 #include <QFileInfo>

@@ -122,6 +122,8 @@ private Q_SLOTS:
     void ownerModeAndAttributesStay();
     void aSymbolicLinkStaysOne();
     void nothingIsLeftBeside();
+    void commentsAreKeptInACopy();
+    void whereNoCopyCanBeMadeTheDetailsSaySo();
 
     void aMissingFileIsReported();
     void aFolderInItsPlaceIsReported();
@@ -135,6 +137,7 @@ private:
     Sandbox _sandbox;
     std::unique_ptr<QuotaManager> _manager;
     QStringList _errors;
+    QStringList _details;
 };
 
 void TestFstabWriter::init()
@@ -145,8 +148,13 @@ void TestFstabWriter::init()
         .prints("/dev/sda1: UUID=\"a\" TYPE=\"ext4\"\n/dev/sdb1: UUID=\"b\" TYPE=\"ext4\"\n"
                 "/dev/sdc1: LABEL=\"c\" UUID=\"c\" TYPE=\"ext4\"\n");
     _errors.clear();
+    _details.clear();
     _manager = std::make_unique<QuotaManager>();
     connect(_manager.get(), &QuotaManager::error, this, [this](const QString &message) { _errors.append(message); });
+    connect(_manager.get(), &QuotaManager::detail, this, [this](const QString &line) {
+        if (!line.startsWith(text("blkid")))
+            _details.append(line);
+    });
 }
 
 /// Has "/etc/fstab" stand in another folder, behind a link. Tells where.
@@ -318,6 +326,34 @@ void TestFstabWriter::nothingIsLeftBeside()
     QCOMPARE(QDir(text("/etc")).entryList(QDir::AllEntries | QDir::Hidden | QDir::System), before);
 }
 
+/// Once, as there are none afterwards.
+void TestFstabWriter::commentsAreKeptInACopy()
+{
+    _sandbox.writeEtc(text("fstab"), Table + "/dev/sdd1 /late ext4 defaults 0 2 # after the fields\n");
+    const QByteArray before = content(text("/etc/fstab"));
+    QVERIFY(_manager->setFstabOption(Sda, UserQuota, true));
+    QCOMPARE(Sandbox::backupContents(), QByteArrayList{before});
+    const QString copy = Sandbox::backups().filePath(Sandbox::backups().entryList().constFirst());
+    QCOMPARE(_details, QStringList{text("The comments of /etc/fstab are not written again. The file as it was is kept "
+                                        "as %1.")
+                                       .arg(copy)});
+    QVERIFY(_manager->setFstabOption(Sda, GroupQuota, true));
+    QCOMPARE(Sandbox::backups().entryList().size(), 1);
+    QCOMPARE(_details.size(), 1);
+}
+
+void TestFstabWriter::whereNoCopyCanBeMadeTheDetailsSaySo()
+{
+    const Memory backups(text("/var/backups"), "size=16k");
+    backups.makeReadOnly();
+    QVERIFY(_manager->setFstabOption(Sda, UserQuota, true));
+    QCOMPARE(content(text("/etc/fstab")), Rewritten);
+    QCOMPARE(_details,
+             QStringList{text("The comments of /etc/fstab are not written again, and no copy of the file as it "
+                              "was could be made in /var/backups.")});
+    QCOMPARE(_errors, QStringList());
+}
+
 void TestFstabWriter::aMissingFileIsReported()
 {
     _sandbox.removeEtc(text("fstab"));
@@ -384,6 +420,7 @@ void TestFstabWriter::aKilledWriterLeavesTheOldOrTheNewFile()
         const struct stat after = statusOf(text("/etc/fstab"));
         QCOMPARE(after.st_mode, before.st_mode);
         QCOMPARE(after.st_uid, before.st_uid);
+        QVERIFY(found == Table || Sandbox::backupContents().contains(Table));
         found == Table ? ++oldOnes : ++newOnes;
 
         // What may be left over is a file with a name of its own; a later run is not hindered by it.
@@ -392,6 +429,7 @@ void TestFstabWriter::aKilledWriterLeavesTheOldOrTheNewFile()
         for (const QString &name : left)
             _sandbox.removeEtc(name);
         _sandbox.writeEtc(text("fstab"), Table);
+        Sandbox::clearBackups();
         ++stop;
     }
     QVERIFY(stop < manyStops);

@@ -284,5 +284,5 @@ void TestCronTimes::expertLines()
     }
 }
 
-KRA_NOTIFICATIONS_MAIN(TestCronTimes)
+KRA_SANDBOX_MAIN(TestCronTimes)
 #include "tst_crontimes.moc"

@@ -136,21 +136,21 @@ void TestForeignTables::replacing()
     lines.removeAll(QString());
     QCOMPARE(data->params.value(NotificationsData::droppedLinesKey()).toStringList(), lines);
     QCOMPARE(errors, unread);
-    QVERIFY(MachineFiles::backups().isEmpty());
+    QVERIFY(Sandbox::backups().isEmpty());
 
     manager.write(*data);
     QCOMPARE(_sandbox.readEtc(MachineFiles::cronTable), MachineFiles::tableHead + written);
-    QCOMPARE(MachineFiles::backupContents(), QByteArrayList({foreign}));
+    QCOMPARE(Sandbox::backupContents(), QByteArrayList({foreign}));
     QCOMPARE(QDir(QStringLiteral("/etc/cron.d")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList(QStringLiteral("warnquota")));
     QCOMPARE(details.size(), 1);
     QVERIFY(details.first().first().toString().contains(
-        MachineFiles::backups().filePath(MachineFiles::backups().entryList().first())));
+        Sandbox::backups().filePath(Sandbox::backups().entryList().first())));
     QCOMPARE(errors, unread); // and no more
 
     // What stands there now is all the own.
     QVERIFY(!manager.read()->params.contains(NotificationsData::droppedLinesKey()));
 }
 
-KRA_NOTIFICATIONS_MAIN(TestForeignTables)
+KRA_SANDBOX_MAIN(TestForeignTables)
 #include "tst_foreigntables.moc"

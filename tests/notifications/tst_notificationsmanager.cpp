@@ -4,6 +4,7 @@
 #include "machinefiles.h"
 
 #include <notificationsmanager.h>
+#include <privatemounts.h>
 #include <warnquotacommand.h>
 
 #include <QSignalSpy>
@@ -345,10 +346,10 @@ void TestNotificationsManager::whatIsNoTextIsKept()
     const QSignalSpy details(&manager, &NotificationsManager::detail);
     QVERIFY(manager.writeFile(config, manager.readFile(config) + QStringLiteral("more\n")));
     QVERIFY(_sandbox.readEtc(QStringLiteral("warnquota.conf")).endsWith("more\n"));
-    QCOMPARE(MachineFiles::backupContents(), kept ? QByteArrayList({bytes}) : QByteArrayList());
+    QCOMPARE(Sandbox::backupContents(), kept ? QByteArrayList({bytes}) : QByteArrayList());
     QCOMPARE(details.size(), kept ? 1 : 0);
     if (kept) {
-        const QString copy = MachineFiles::backups().filePath(MachineFiles::backups().entryList().constFirst());
+        const QString copy = Sandbox::backups().filePath(Sandbox::backups().entryList().constFirst());
         QVERIFY(details.first().first().toString().contains(config));
         QVERIFY(details.first().first().toString().contains(copy));
     }
@@ -404,7 +405,7 @@ void TestNotificationsManager::ownTablesNeedNoCopy()
     }
     _sandbox.removeEtc(MachineFiles::cronTable);
     QVERIFY(manager.writeCronJobs({}));
-    QCOMPARE(MachineFiles::backups().entryList(), QStringList());
+    QCOMPARE(Sandbox::backups().entryList(), QStringList());
     QVERIFY(details.isEmpty());
 }
 
@@ -426,13 +427,13 @@ void TestNotificationsManager::aForeignTableIsKept()
     const QSignalSpy details(&manager, &NotificationsManager::detail);
     QVERIFY(manager.writeCronJobs({}));
     QCOMPARE(table(), MachineFiles::tableHead);
-    QCOMPARE(MachineFiles::backupContents(), QByteArrayList({foreign}));
+    QCOMPARE(Sandbox::backupContents(), QByteArrayList({foreign}));
     QCOMPARE(details.size(), 1);
     QVERIFY(details.first().first().toString().contains(
-        MachineFiles::backups().filePath(MachineFiles::backups().entryList().first())));
+        Sandbox::backups().filePath(Sandbox::backups().entryList().first())));
 
     QVERIFY(manager.writeCronJobs({})); // what is there now is all understood
-    QCOMPARE(MachineFiles::backups().entryList().size(), 1);
+    QCOMPARE(Sandbox::backups().entryList().size(), 1);
     QCOMPARE(details.size(), 1);
 }
 
@@ -444,7 +445,7 @@ void TestNotificationsManager::eachForeignTableIsKept()
         setTable(foreign);
         QVERIFY(manager.writeCronJobs({}));
     }
-    QByteArrayList kept = MachineFiles::backupContents();
+    QByteArrayList kept = Sandbox::backupContents();
     std::sort(kept.begin(), kept.end());
     QCOMPARE(kept, QByteArrayList({"# one\n", "# three\n", "# two\n"}));
 }
@@ -470,7 +471,7 @@ void TestNotificationsManager::onlyRootReadsTheCopy()
     setTable("PASSWORD=secret\n");
     QCOMPARE(chmod("/etc/cron.d/warnquota", S_IRUSR | S_IWUSR), 0);
     QVERIFY(NotificationsManager().writeCronJobs({}));
-    const QFileInfoList copies = MachineFiles::backups().entryInfoList();
+    const QFileInfoList copies = Sandbox::backups().entryInfoList();
     QCOMPARE(copies.size(), 1);
     const struct stat copy = statusOf(copies.first().filePath());
     QCOMPARE(copy.st_mode & ALLPERMS, mode_t(S_IRUSR | S_IWUSR));
@@ -494,7 +495,7 @@ void TestNotificationsManager::whatOthersWroteSinceTheReadIsKept()
     manager.write(*data);
     QCOMPARE(table(), MachineFiles::tableHead + "0 9 * * 1 root warnquota -u\n");
     QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("# here\n"));
-    QCOMPARE(MachineFiles::backupContents(), QByteArrayList({edited, added})); // by their names
+    QCOMPARE(Sandbox::backupContents(), QByteArrayList({edited, added})); // by their names
     QCOMPARE(details.size(), 2);
     QVERIFY(details.first().first().toString().contains(QStringLiteral("/var/backups/warnquota.")));
     QVERIFY(details.last().first().toString().contains(QStringLiteral("/var/backups/quotatab.")));
@@ -523,5 +524,5 @@ void TestNotificationsManager::theReadTellsWhatWillBeDropped()
              QStringList({QStringLiteral("# note"), QStringLiteral("@daily root warnquota")}));
 }
 
-KRA_NOTIFICATIONS_MAIN(TestNotificationsManager)
+KRA_SANDBOX_MAIN(TestNotificationsManager)
 #include "tst_notificationsmanager.moc"

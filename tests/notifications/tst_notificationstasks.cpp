@@ -187,8 +187,8 @@ void TestNotificationsTasks::theAdministratorIsToldOfTheCopy()
     QTRY_COMPARE(finished.size(), 1);
     QCOMPARE(details.size(), 1);
     QVERIFY(details.first().at(1).toString().contains(QStringLiteral("/var/backups/warnquota.")));
-    QCOMPARE(MachineFiles::backupContents(), QByteArrayList({"# somebody's note\n"}));
+    QCOMPARE(Sandbox::backupContents(), QByteArrayList({"# somebody's note\n"}));
 }
 
-KRA_NOTIFICATIONS_MAIN(TestNotificationsTasks)
+KRA_SANDBOX_MAIN(TestNotificationsTasks)
 #include "tst_notificationstasks.moc"

@@ -90,11 +90,12 @@ void Sandbox::enter()
     root() = folder;
     std::atexit(leave);
     PrivateMounts::mountMemory(folder);
-    for (const char *part : {"etc", "bin", "scripts", "folders", "home"}) {
+    for (const char *part : {"etc", "backups", "bin", "scripts", "folders", "home"}) {
         makeFolder(root() / part);
     }
     borrowFromRealEtc(root() / "etc");
     PrivateMounts::replaceFolder(root() / "etc", "/etc");
+    PrivateMounts::replaceFolder(root() / "backups", "/var/backups");
 
     qputenv("PATH", QFile::encodeName(path(QStringLiteral("bin"))));
     // Settings and caches of whoever runs the test are as little the test's as its /etc.
@@ -125,6 +126,7 @@ void Sandbox::reset()
             removeEtc(name);
         }
     }
+    clearBackups();
     writeEtc(QStringLiteral("fstab"), QByteArray());
     writeEtc(QStringLiteral("mtab"), QByteArray());
     writeEtc(QStringLiteral("passwd"), accounts);
@@ -163,6 +165,30 @@ void Sandbox::removeEtc(const QString &name)
     if (error) {
         qFatal("The sandbox cannot remove /etc/%s: %s", qPrintable(name), error.message().c_str());
     }
+}
+
+QDir Sandbox::backups()
+{
+    return {QStringLiteral("/var/backups"), QString(), QDir::Name, QDir::Files};
+}
+
+void Sandbox::clearBackups()
+{
+    const QStringList names = backups().entryList();
+    for (const QString &name : names) {
+        QFile::remove(backups().filePath(name));
+    }
+}
+
+QByteArrayList Sandbox::backupContents()
+{
+    QByteArrayList contents;
+    const QStringList names = backups().entryList();
+    for (const QString &name : names) {
+        QFile file(backups().filePath(name));
+        contents.append(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable"));
+    }
+    return contents;
 }
 
 QString Sandbox::folder(const QString &name)

@@ -7,6 +7,7 @@
 #include "standin.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QList>
 #include <QString>
 #include <QtTest>
@@ -15,8 +16,9 @@
 #include <QApplication>
 #endif
 
-/// Another machine around the shipped code: its own /etc, a PATH that holds stand-ins only, and a kernel that answers
-/// quotactl() as the test says. The code under test runs unmodified and uses the real paths and names.
+/// Another machine around the shipped code: its own /etc and /var/backups, a PATH that holds stand-ins only, and a
+/// kernel that answers quotactl() as the test says. The code under test runs unmodified and uses the real paths and
+/// names.
 ///
 /// A test program has one sandbox for its whole life (see KRA_SANDBOX_MAIN) and calls reset() before each test.
 class Sandbox
@@ -30,7 +32,8 @@ public:
     Sandbox();
 
     /// A blank machine: /etc holds an empty fstab and mtab, the accounts root, daemon, nobody and anna, and what
-    /// programs need to start at all; no program exists; nothing was called; the kernel knows no device.
+    /// programs need to start at all; /var/backups is empty; no program exists; nothing was called; the kernel knows no
+    /// device.
     void reset();
 
     /// Writes a file below /etc, as "fstab" or "cron.d/warnquota"; makes its folder. A link in its place is replaced.
@@ -39,6 +42,11 @@ public:
     QByteArray readEtc(const QString &name) const;
     /// Removes a file or a folder with all it holds below /etc.
     void removeEtc(const QString &name);
+
+    /// The files below "/var/backups", by name; and what they hold, in that order.
+    static QDir backups();
+    static QByteArrayList backupContents();
+    static void clearBackups();
 
     /// An empty folder of the sandbox, as a mount point or for other files of a test; made when it is not there.
     /// Its path holds no blanks.

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "kraglobal.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -12,7 +14,7 @@ namespace BackupCopy
 
 /// Writes what a file holds to a new one under "/var/backups" that only root reads, as a setting in it may be a
 /// password; never beside the file: some crons would run the copy of a table. Returns the path of the copy once it is
-/// on the disk; empty when it could not be made.
-QString make(const QString &path, const QByteArray &bytes);
+/// on the disk; empty when it could not be made. Any thread.
+KRA_EXPORT QString make(const QString &path, const QByteArray &bytes);
 
 } // namespace BackupCopy

@@ -3,7 +3,7 @@
 
 #include "backupcopy.h"
 
-#include <filereplacement.h>
+#include "filereplacement.h"
 
 #include <QDateTime>
 #include <QDir>
