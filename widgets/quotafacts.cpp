@@ -17,7 +17,10 @@ QStringList QuotaFacts::ofKind(const DeviceSettings &settings, QuotaKind kind)
         texts += facts.quotaOn ? tr("Group quota is on") : tr("Group quota is off");
     else
         texts += facts.quotaOn ? tr("User quota is on") : tr("User quota is off");
-    if (!settings.features.contains(DeviceSettings::quotaFeature())) {
+    if (settings.features.contains(DeviceSettings::quotaFeature())) {
+        if (facts.quotaOn && !facts.optionInForce)
+            texts += tr("Mounted without %1: limits stop nobody, unless quotaon was run since").arg(option);
+    } else {
         texts += facts.optionConfigured ? tr("Configured: %1 stands in /etc/fstab").arg(option)
                                         : tr("Not configured: no %1 in /etc/fstab").arg(option);
         if (!settings.filesystemType.isEmpty()) {
@@ -42,7 +45,7 @@ QStringList QuotaFacts::ofDevice(const DeviceSettings &settings)
         facts += tr("This device is not mounted.");
     if (settings.features.contains(DeviceSettings::quotaFeature()))
         facts +=
-            tr("This file system keeps its quotas in itself (ext4 feature \"quota\"): they come on with every mount. "
+            tr("This file system keeps its quotas in itself (ext4 feature \"quota\"): they count from every mount on. "
                "Switching them and setting grace periods is not available here, because the programs that do so "
                "work on quota files, and this file system has none.");
     return facts + settings.failures;

@@ -313,6 +313,7 @@ void TestBeforeReboot::aFileSystemThatKeepsItsQuotasItself()
     QVERIFY(page().isOn(UserQuota));
     QVERIFY(!page().canSwitch(UserQuota));
     QVERIFY(!page().canSwitch(GroupQuota));
+    QVERIFY(page().facts(UserQuota).join(QLatin1Char('\n')).contains(QLatin1String("limits stop nobody")));
     const QString title = QStringLiteral("ext4's own quotas");
     ResultsTable::add(title, QStringLiteral("quotacheck -um %1").arg(feature));
     ResultsTable::add(title, QStringLiteral("quotaon -u %1").arg(feature));

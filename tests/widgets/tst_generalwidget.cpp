@@ -404,13 +404,21 @@ void TestGeneralWidget::aFileSystemWithItsOwnQuota()
 {
     show(ownQuota());
     QVERIFY(!question());
-    QCOMPARE(texts("_usersListWidget").first(), QStringLiteral("User quota is on"));
+    const QString unenforced = QStringLiteral("Mounted without %1: limits stop nobody, unless quotaon was run since");
+    QCOMPARE(texts("_usersListWidget").mid(0, 2),
+             QStringList({QStringLiteral("User quota is on"), unenforced.arg(QStringLiteral("usrquota"))}));
+    QVERIFY(texts("_groupsListWidget").contains(unenforced.arg(QStringLiteral("grpquota"))));
     QVERIFY(!isEditable("_usersSettingsGroupBox"));
     QVERIFY(!isEditable("_groupsSettingsGroupBox"));
     const QStringList facts = texts("_deviceFactsListWidget");
     QCOMPARE(facts.size(), 1);
     QVERIFY(facts.first().contains(QStringLiteral("grace periods is not available")));
     QVERIFY(find<QListWidget>("_deviceFactsListWidget")->isVisible());
+
+    DeviceSettings enforced = ownQuota();
+    enforced.userSettings.optionInForce = true;
+    show(enforced);
+    QVERIFY(!texts("_usersListWidget").contains(unenforced.arg(QStringLiteral("usrquota"))));
 
     show(fullQuota());
     QVERIFY(isEditable("_usersSettingsGroupBox"));
