@@ -18,7 +18,7 @@
 
 namespace
 {
-Q_LOGGING_CATEGORY(logModule, "kra.module")
+Q_LOGGING_CATEGORY(logModule, "kra.module", QtWarningMsg)
 
 bool hasSystemAdministrationCapability()
 {

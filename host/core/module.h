@@ -73,8 +73,9 @@ public:
     static bool isAdministratorHierarchy(const Module &module);
 
     /// What an element or an editor asks of its module. A module starts a task for the operations it knows and passes
-    /// everything else here, where it is logged and nothing more. `data` is owned by this call with
-    /// OperationType::Write, which deletes what nobody took, and stays the caller's with every other operation.
+    /// everything else here, where it is logged and nothing more (shown with QT_LOGGING_RULES=kra.module.info=true).
+    /// `data` is owned by this call with OperationType::Write, which deletes what nobody took, and stays the caller's
+    /// with every other operation.
     virtual void performOperation(ContextOperation *operation, OperationType type, ElementData *data, int extra);
 
 Q_SIGNALS:

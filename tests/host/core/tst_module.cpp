@@ -6,6 +6,8 @@
 #include <module.h>
 
 #include <QFile>
+#include <QLoggingCategory>
+#include <QScopeGuard>
 #include <QtTest>
 
 #include <stdexcept>
@@ -349,6 +351,8 @@ void TestModule::supplementsAreRemovedThroughTheLivingModule()
 
 void TestModule::defaultHandlingIsALineInTheLog()
 {
+    QLoggingCategory::setFilterRules(QStringLiteral("kra.module.info=true"));
+    const auto shownNoLonger = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
     Module module(QStringLiteral("Module"), nullptr);
     CountedElement element(&module, Element::Place::Child);
     QTest::ignoreMessage(QtInfoMsg, "Module is asked for operation 32 on Thing");
