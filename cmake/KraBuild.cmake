@@ -13,13 +13,20 @@ set(CMAKE_AUTORCC ON)
 set(CMAKE_INCLUDE_CURRENT_DIR OFF)
 
 include(GNUInstallDirs)
-# Programs, the framework's library and the plug-ins are found by each other in the build tree as in an installed one.
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(KRA_PLUGIN_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib/kra/plugins")
-set(KRA_PLUGIN_INSTALL_DIR "${CMAKE_INSTALL_FULL_LIBDIR}/kra/plugins")
+# The build tree is laid out as an installed one: programs, the framework's library and the plug-ins find each other by
+# the same relative paths in both, wherever they are moved. No absolute or empty folder gets into a binary's RUNPATH: an
+# empty one would be the current folder of the process.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_BINDIR}")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
+set(KRA_PLUGIN_DIR "${CMAKE_INSTALL_LIBDIR}/kra/plugins")
+set(KRA_CONSOLE_TRANSLATIONS_DIR "${CMAKE_INSTALL_DATADIR}/kra/translations")
+file(RELATIVE_PATH KRA_LIBRARIES_FROM_PROGRAMS "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+file(RELATIVE_PATH KRA_DATA_FROM_PROGRAMS "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_DATADIR}")
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+set(CMAKE_INSTALL_RPATH "\$ORIGIN/${KRA_LIBRARIES_FROM_PROGRAMS}")
 
-option(KRA_BUILD_TESTS "Build the tests and benchmarks" ON)
+option(KRA_BUILD_TESTS "Build the tests, the benchmarks and the demo" ON)
+option(KRA_WERROR "Take warnings for errors" OFF)
 set(KRA_SANITIZE "" CACHE STRING "Sanitizers to build with: empty, address (with undefined) or thread")
 
 find_program(KRA_CCACHE ccache)
@@ -28,9 +35,22 @@ if(KRA_CCACHE)
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
-                    -Wcast-qual -Wformat=2 -Wimplicit-fallthrough -Werror)
+                    -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
+if(KRA_WERROR)
+  add_compile_options(-Werror)
+endif()
 add_compile_definitions(QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00 QT_NO_CAST_TO_ASCII
                         QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+# What dpkg-buildflags gives with hardening=+all, and the checks of the standard library that cost little. Sanitizers
+# bring checks of their own, which the fortified functions would hide from them.
+if(NOT KRA_SANITIZE)
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection -fcf-protection -Werror=format-security)
+  add_compile_definitions($<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2> _GLIBCXX_ASSERTIONS)
+  add_link_options(LINKER:-z,relro LINKER:-z,now)
+  # A library that lacks a symbol is found when it is linked, not when it is loaded.
+  string(APPEND CMAKE_SHARED_LINKER_FLAGS " -Wl,-z,defs")
+  string(APPEND CMAKE_MODULE_LINKER_FLAGS " -Wl,-z,defs")
+endif()
 if(KRA_SANITIZE STREQUAL "address")
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
