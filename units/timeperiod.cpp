@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <limits>
+
 namespace
 {
 
@@ -34,6 +36,12 @@ TimePeriod::TimePeriod(quint32 secondCount)
     addPart(minutes, QObject::tr("minutes"));
     addPart(seconds, QObject::tr("seconds"));
     text = parts.join(QLatin1Char(' '));
+}
+
+TimePeriod TimePeriod::ofSeconds(quint64 secondCount)
+{
+    constexpr quint64 Longest = std::numeric_limits<quint32>::max();
+    return TimePeriod(static_cast<quint32>(qMin(secondCount, Longest)));
 }
 
 qint64 TimePeriod::toSeconds() const

@@ -13,6 +13,8 @@ struct TimePeriod
     TimePeriod() = default;
     /// Splits a count of seconds.
     explicit TimePeriod(quint32 secondCount);
+    /// The same for a count that may be more than a period can be long: then it is as long as it can be.
+    static TimePeriod ofSeconds(quint64 secondCount);
 
     /// Joins the parts, whatever they are; the parts of a split period give its count of seconds again.
     qint64 toSeconds() const;
