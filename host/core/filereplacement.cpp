@@ -3,13 +3,16 @@
 
 #include "filereplacement.h"
 
+#include "newfile.h"
+
 #include <QByteArrayList>
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -21,19 +24,36 @@ namespace
 
 constexpr mode_t AllModeBits = 07777;
 constexpr mode_t RootWritableMode = 0644;
-constexpr mode_t RootOnlyMode = 0600;
+constexpr mode_t ForAll = 0666; // less the umask
+constexpr mode_t OwnerOnly = 0600;
+constexpr int MaximumLinks = 40;
 
-/// Lists and values are asked for twice, first for their size; a system call that fails leaves its reason in errno.
+/// They are made for one file, and wrong or refused on any other.
+bool isOfOneFile(const QByteArray &attribute)
+{
+    return attribute == "security.evm" || attribute == "security.ima";
+}
+
+/// Lists and values are asked for twice, first for their size. Leaves a reason in errno where they changed in between.
+bool isAsLongAsAsked(ssize_t size, ssize_t asked)
+{
+    if (size >= 0 && size != asked)
+        errno = EAGAIN;
+    return size == asked;
+}
+
+/// A system call that fails leaves its reason in errno.
 bool listAttributes(int file, QByteArrayList &names)
 {
     const ssize_t size = flistxattr(file, nullptr, 0);
     if (size < 0)
         return errno == ENOTSUP;
     QByteArray list(static_cast<int>(size), Qt::Uninitialized);
-    if (flistxattr(file, list.data(), static_cast<size_t>(size)) != size)
+    if (!isAsLongAsAsked(flistxattr(file, list.data(), static_cast<size_t>(size)), size))
         return false;
     list.chop(1); // each name ends with a NUL
     names = list.isEmpty() ? QByteArrayList() : list.split('\0');
+    names.erase(std::remove_if(names.begin(), names.end(), isOfOneFile), names.end());
     return true;
 }
 
@@ -43,7 +63,7 @@ bool copyAttribute(int from, int to, const QByteArray &name)
     if (size < 0)
         return false;
     QByteArray value(static_cast<int>(size), Qt::Uninitialized);
-    return fgetxattr(from, name.constData(), value.data(), static_cast<size_t>(size)) == size &&
+    return isAsLongAsAsked(fgetxattr(from, name.constData(), value.data(), static_cast<size_t>(size)), size) &&
            fsetxattr(to, name.constData(), value.constData(), static_cast<size_t>(size), 0) == 0;
 }
 
@@ -77,54 +97,161 @@ bool copyIdentity(int from, int to)
            copyAttributes(from, to);
 }
 
-/// Best effort: the old name leads to the old or the new content whether or not the folder is on the disk already.
-void syncFolder(const QString &folder)
+/// The file as it is at one moment.
+class PresentFile
 {
-    const int descriptor = open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    fsync(descriptor);
-    close(descriptor);
+public:
+    explicit PresentFile(const QByteArray &path)
+        : _descriptor(open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+        , _error(_descriptor < 0 ? errno : 0)
+    {}
+    PresentFile(const PresentFile &) = delete;
+    PresentFile &operator=(const PresentFile &) = delete;
+    ~PresentFile()
+    {
+        if (_descriptor >= 0)
+            close(_descriptor);
+    }
+
+    int descriptor() const { return _descriptor; }
+    bool isMissing() const { return _error == ENOENT; }
+    /// Why nothing can take its place; empty when something can.
+    QString whyUnfit() const
+    {
+        if (isMissing())
+            return {};
+        struct stat state = {};
+        if (_error != 0 || fstat(_descriptor, &state) != 0)
+            return systemText(_error != 0 ? _error : errno);
+        return S_ISREG(state.st_mode) ? QString()
+                                      : QCoreApplication::translate("FileReplacement", "not a regular file");
+    }
+    bool holds(const QByteArray &content) const { return isMissing() ? content.isEmpty() : read() == content; }
+    /// Null where it cannot be read.
+    QByteArray read() const
+    {
+        QFile file;
+        return file.open(_descriptor, QIODevice::ReadOnly, QFileDevice::DontCloseHandle) ? file.readAll()
+                                                                                         : QByteArray();
+    }
+
+private:
+    int _descriptor;
+    int _error;
+};
+
+bool giveRights(const PresentFile &old, const NewFile &file, FileRights rights)
+{
+    if (rights == FileRights::OfOldFile)
+        return old.isMissing() || copyIdentity(old.descriptor(), file.descriptor());
+    struct stat state = {};
+    state.st_mode = RootWritableMode;
+    if (!old.isMissing() && fstat(old.descriptor(), &state) != 0)
+        return false;
+    return give(file.descriptor(), 0, 0, (state.st_mode & RootWritableMode) | OwnerOnly);
 }
 
-bool giveRights(const QFile &old, const QSaveFile &file, FileRights rights)
+/// Where a path leads to, whether or not there is something; empty for links that go round.
+QString targetOf(const QString &path)
 {
-    switch (rights) {
-    case FileRights::RootWritable:
-        return give(file.handle(), 0, 0, RootWritableMode);
-    case FileRights::RootOnly:
-        return give(file.handle(), 0, 0, RootOnlyMode);
-    case FileRights::OfOldFile:
-        break;
+    QFileInfo info(path);
+    if (info.exists())
+        return info.canonicalFilePath();
+    for (int i = 0; info.isSymLink(); ++i) {
+        if (i == MaximumLinks)
+            return {};
+        info.setFile(info.symLinkTarget());
     }
-    return !old.isOpen() || copyIdentity(old.handle(), file.handle());
+    return info.absoluteFilePath();
+}
+
+FileReplacement notWritten(int error)
+{
+    return {FileReplacement::End::NotWritten, systemText(error)};
+}
+
+/// Puts the new file where the old one is, and looks at what it has got in exchange: a save of somebody else between
+/// the last look and this moment is put back. He may save again meanwhile; then what is taken out is not what was put
+/// in, and is put back in its turn. What cannot be put back is not lost.
+FileReplacement takePlaceOf(const QString &target, NewFile &file, const QByteArray &content, const QByteArray &expected)
+{
+    using End = FileReplacement::End;
+    if (!file.exchange(target)) {
+        const bool isGone = file.error() == ENOENT;
+        if (isGone && !expected.isEmpty())
+            return {End::ChangedMeanwhile, {}};
+        if ((isGone && file.become(target)) || (file.error() == EINVAL && file.replace(target)))
+            return {};
+        return file.error() == EEXIST ? FileReplacement{End::ChangedMeanwhile, {}} : notWritten(file.error());
+    }
+    QByteArray put = content;
+    QByteArray wanted = expected;
+    QByteArray taken = PresentFile(file.path()).read();
+    if (taken == wanted)
+        return {};
+    do {
+        wanted = put;
+        put = taken;
+        if (!file.exchange(target)) {
+            const int error = file.error();
+            if (error == ENOENT && file.become(target))
+                return {End::ChangedMeanwhile, {}};
+            //: %1: what the system said, %2: a path
+            return {End::NotWritten, QCoreApplication::translate("FileReplacement",
+                                                                 "%1; what somebody else saved meanwhile is kept as %2")
+                                         .arg(systemText(error), file.keep())};
+        }
+        taken = PresentFile(file.path()).read();
+    } while (taken != wanted);
+    return {End::ChangedMeanwhile, {}};
+}
+
+FileReplacement replace(const QString &path, const QByteArray &content, FileRights rights,
+                        const std::optional<QByteArray> &expected)
+{
+    const QFileInfo target(targetOf(path));
+    const QByteArray targetPath = QFile::encodeName(target.filePath());
+    if (target.filePath().isEmpty())
+        return {FileReplacement::End::NotOpened, systemText(ELOOP)};
+    const PresentFile before(targetPath);
+    if (!before.whyUnfit().isEmpty())
+        return {FileReplacement::End::NotOpened, before.whyUnfit()};
+    const bool takesNoRights = before.isMissing() && rights == FileRights::OfOldFile;
+    NewFile file(target.path(), target.fileName(), takesNoRights ? ForAll : OwnerOnly);
+    if (file.error() != 0)
+        return {FileReplacement::End::NotOpened, systemText(file.error())};
+    // A disk may say only when it is asked to keep the file that it has no room for it.
+    if (!file.write(content) || !file.sync())
+        return notWritten(file.error());
+
+    const PresentFile old(targetPath); // looked at again: what follows takes no time
+    const QString whyUnfitNow = old.whyUnfit();
+    if (!whyUnfitNow.isEmpty())
+        return {FileReplacement::End::NotOpened, whyUnfitNow};
+    if (expected && !old.holds(*expected))
+        return {FileReplacement::End::ChangedMeanwhile, {}};
+    if (!giveRights(old, file, rights))
+        return notWritten(errno);
+    if (!file.sync())
+        return notWritten(file.error());
+    FileReplacement result;
+    if (expected)
+        result = takePlaceOf(target.filePath(), file, content, *expected);
+    else if (!file.replace(target.filePath()))
+        result = notWritten(file.error());
+    syncFolder(target.path());
+    return result;
 }
 
 } // namespace
 
 FileReplacement replaceFile(const QString &path, const QByteArray &content, FileRights rights)
 {
-    const QFileInfo present(path);
-    const QFileInfo target(present.exists() ? present.canonicalFilePath() : path);
-    if (present.exists() && !target.isFile())
-        return {FileReplacement::End::NotOpened, QCoreApplication::translate("FileReplacement", "not a regular file")};
-    QFile old(target.filePath());
-    if (present.exists() && !old.open(QIODevice::ReadOnly))
-        return {FileReplacement::End::NotOpened, old.errorString()};
-    QSaveFile file(target.filePath());
-    if (!file.open(QIODevice::WriteOnly))
-        return {FileReplacement::End::NotOpened, file.errorString()};
+    return replace(path, content, rights, std::nullopt);
+}
 
-    // commit() would not mind a disk that says only when it is asked to keep the file that it has no room for it.
-    if (!giveRights(old, file, rights) || file.write(content) != content.size() || !file.flush() ||
-        fsync(file.handle()) != 0) {
-        const int number = errno;
-        const QString reason = file.error() == QFileDevice::NoError ? qt_error_string(number) : file.errorString();
-        file.cancelWriting();
-        return {FileReplacement::End::NotWritten, reason};
-    }
-    if (!file.commit())
-        return {FileReplacement::End::NotWritten, file.errorString()};
-    syncFolder(target.path());
-    return {};
+FileReplacement replaceFile(const QString &path, const QByteArray &content, const QByteArray &expected,
+                            FileRights rights)
+{
+    return replace(path, content, rights, expected);
 }

@@ -6,9 +6,18 @@
 #include "appexception.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QProcessEnvironment>
 
+#include <algorithm>
+#include <memory>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+#include <csignal>
+#include <linux/close_range.h>
 #include <unistd.h>
 
 namespace
@@ -16,7 +25,11 @@ namespace
 
 constexpr int simpleWait = 30000;
 
+constexpr int waitSlice = 100;
+constexpr int killedWait = 5000;
+
 thread_local ProcessRecorder *innermostRecorder = nullptr;
+thread_local ProcessWatch *innermostWatch = nullptr;
 
 struct Texts
 {
@@ -25,11 +38,39 @@ struct Texts
 
 /// A program in a session of its own. Ctrl+C in the terminal that the console was started from, and the end of that
 /// terminal, are for the console to answer; they must not cut short what changes the machine. Nor can the program ask
-/// there for a password that nobody would see asked for.
-class OwnSessionProcess : public QProcess
+/// there for a password that nobody would see asked for. It gets the three standard descriptors and no other.
+class ChildProcess : public QProcess
 {
+public:
+    /// Where the output goes, as it comes. The result outlives the wait.
+    void keepOutput(ProcessResult &result)
+    {
+        _result = &result;
+        connect(this, &QProcess::readyReadStandardOutput, this, &ChildProcess::takeOutput);
+        connect(this, &QProcess::readyReadStandardError, this, &ChildProcess::takeOutput);
+    }
+    void takeOutput()
+    {
+        take(readAllStandardOutput(), _result->standardOutput);
+        take(readAllStandardError(), _result->standardError);
+    }
+
 protected:
-    void setupChildProcess() override { setsid(); }
+    void setupChildProcess() override
+    {
+        setsid();
+        close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+    }
+
+private:
+    void take(const QByteArray &printed, QByteArray &kept)
+    {
+        const int room = Process::MaximumOutput - kept.size();
+        kept.append(printed.left(room));
+        _result->isOutputCut = _result->isOutputCut || printed.size() > room;
+    }
+
+    ProcessResult *_result = nullptr;
 };
 
 /// The caller's environment with the language taken out of the texts, and out of nothing else: the character type, in
@@ -53,6 +94,14 @@ QString quoted(const QString &word)
     shown.replace(QLatin1Char('\n'), QLatin1String("\\n"));
     const bool plain = !shown.isEmpty() && !shown.contains(QLatin1Char(' ')) && !shown.contains(QLatin1Char('\t'));
     return plain ? shown : QStringLiteral("\"%1\"").arg(shown);
+}
+
+QString callText(const QString &program, const QStringList &arguments)
+{
+    QStringList words{quoted(program)};
+    for (const QString &argument : arguments)
+        words.append(quoted(argument));
+    return words.join(QLatin1Char(' '));
 }
 
 QString endText(const ProcessResult &result)
@@ -81,52 +130,89 @@ QString recordText(const QString &program, const QStringList &arguments, const P
     return parts.join(QLatin1Char('\n'));
 }
 
-/// A killed program is waited for without a limit. That takes no time, unless it sits in a call that the kernel does
-/// not interrupt: then it still works on the machine, and nothing else may before it has ended.
-void killAndReap(QProcess &process)
+/// The wait for one step of a program, in slices, so that a task that is cancelled meanwhile is noticed.
+bool waitForEnd(QProcess &process, int wait, const std::function<bool()> &isCancelled)
 {
-    process.kill();
-    process.waitForFinished(Process::NoLimit);
+    QElapsedTimer timer;
+    timer.start();
+    while (process.state() != QProcess::NotRunning) {
+        const qint64 left = wait == Process::NoLimit ? waitSlice : wait - timer.elapsed();
+        if (left <= 0 || isCancelled())
+            return false;
+        process.waitForFinished(static_cast<int>(std::min<qint64>(left, waitSlice)));
+    }
+    return true;
 }
 
-ProcessResult runAndWait(QProcess &process, int startWait, int finishWait)
+/// Keeps what was given up until this process ends, and destroys it not even then: that would wait for the program.
+void giveUp(std::unique_ptr<ChildProcess> process)
+{
+    static std::mutex mutex;
+    static auto *const givenUp = new std::vector<ChildProcess *>;
+    const std::lock_guard<std::mutex> lock(mutex);
+    givenUp->push_back(process.release());
+}
+
+/// Ends the program and all of its process group. That takes no time, unless it sits in a call that the kernel does not
+/// interrupt. One that changes the machine still does so then, and nothing else may before it has ended. One that only
+/// reads is left behind: its object, which would wait for it when it is deleted, is given up.
+void killAndReap(std::unique_ptr<ChildProcess> &process, Process::Effect effect)
+{
+    const auto group = static_cast<pid_t>(process->processId());
+    if (group > 0)
+        kill(-group, SIGKILL);
+    process->kill(); // where it did not come so far as to have a group
+    const bool mayStay = effect == Process::Effect::ReadsOnly;
+    if (!process->waitForFinished(mayStay ? killedWait : Process::NoLimit) &&
+        process->state() != QProcess::NotRunning) {
+        process->disconnect();
+        giveUp(std::move(process));
+    }
+}
+
+ProcessResult runAndWait(std::unique_ptr<ChildProcess> process, int startWait, int finishWait, Process::Effect effect,
+                         const std::function<bool()> &isCancelled)
 {
     ProcessResult result;
-    process.start();
-    if (!process.waitForStarted(startWait)) {
+    process->keepOutput(result);
+    process->start();
+    if (!process->waitForStarted(startWait)) {
         // Asked before the kill, which leaves a reason of its own.
-        const bool failed = process.error() == QProcess::FailedToStart;
-        result.startError = failed ? process.errorString() : Texts::tr("it did not start in time");
-        killAndReap(process);
-        return result;
-    }
-    if (!process.waitForFinished(finishWait) && process.state() != QProcess::NotRunning) {
+        const bool failed = process->error() == QProcess::FailedToStart;
+        result.startError = failed ? process->errorString() : Texts::tr("it did not start in time");
+        killAndReap(process, effect);
+    } else if (!waitForEnd(*process, finishWait, isCancelled)) {
         result.end = ProcessResult::End::TimedOut;
-        killAndReap(process);
-    } else if (process.exitStatus() == QProcess::CrashExit) {
+        killAndReap(process, effect);
+    } else if (process->exitStatus() == QProcess::CrashExit) {
         result.end = ProcessResult::End::Crashed;
     } else {
         result.end = ProcessResult::End::Exited;
-        result.exitCode = process.exitCode();
+        result.exitCode = process->exitCode();
     }
-    result.standardOutput = process.readAllStandardOutput();
-    result.standardError = process.readAllStandardError();
+    if (process)
+        process->takeOutput();
     return result;
 }
 
 } // namespace
 
 ProcessResult Process::run(const QString &program, const QStringList &arguments, int startWait, int finishWait,
-                           Messages messages)
+                           Messages messages, Effect effect)
 {
-    OwnSessionProcess process;
-    process.setProgram(program);
-    process.setArguments(arguments);
-    process.setStandardInputFile(QProcess::nullDevice());
+    auto process = std::make_unique<ChildProcess>();
+    process->setProgram(program);
+    process->setArguments(arguments);
+    process->setStandardInputFile(QProcess::nullDevice());
     if (messages == Messages::InC)
-        process.setProcessEnvironment(environmentForCMessages());
+        process->setProcessEnvironment(environmentForCMessages());
 
-    ProcessResult result = runAndWait(process, startWait, finishWait);
+    if (innermostWatch)
+        innermostWatch->_started(callText(program, arguments));
+    const std::function<bool()> never = [] { return false; };
+    const bool canBeCancelled = innermostWatch && effect == Effect::ReadsOnly;
+    ProcessResult result = runAndWait(std::move(process), startWait, finishWait, effect,
+                                      canBeCancelled ? innermostWatch->_isCancelled : never);
     if (innermostRecorder)
         innermostRecorder->_texts.append(recordText(program, arguments, result));
     return result;
@@ -143,7 +229,7 @@ void Process::simpleStart(const QString &program, const QStringList &arguments, 
             throw AppException(program, -1, Texts::tr("could not be started: no such program, or no right to run it"));
         return;
     }
-    const ProcessResult result = run(program, arguments, simpleWait, simpleWait);
+    const ProcessResult result = run(program, arguments, simpleWait, simpleWait, Messages::AsUser, Effect::ReadsOnly);
     if (result.end != ProcessResult::End::Exited)
         throw AppException(program, -1, endText(result));
     if (result.exitCode != 0)
@@ -152,10 +238,10 @@ void Process::simpleStart(const QString &program, const QStringList &arguments, 
 
 QString Process::describe(const QString &program, const QStringList &arguments, const ProcessResult &result)
 {
-    QStringList words{quoted(program)};
-    for (const QString &argument : arguments)
-        words.append(quoted(argument));
-    return QStringLiteral("%1: %2").arg(words.join(QLatin1Char(' ')), endText(result));
+    QString text = QStringLiteral("%1: %2").arg(callText(program, arguments), endText(result));
+    if (result.isOutputCut)
+        text += QStringLiteral(", ") + Texts::tr("of its output the first %1 MiB are kept").arg(MaximumOutput >> 20);
+    return text;
 }
 
 ProcessRecorder::ProcessRecorder()
@@ -167,4 +253,17 @@ ProcessRecorder::ProcessRecorder()
 ProcessRecorder::~ProcessRecorder()
 {
     innermostRecorder = _outer;
+}
+
+ProcessWatch::ProcessWatch(std::function<void(const QString &)> started, std::function<bool()> isCancelled)
+    : _started(std::move(started))
+    , _isCancelled(std::move(isCancelled))
+    , _outer(innermostWatch)
+{
+    innermostWatch = this;
+}
+
+ProcessWatch::~ProcessWatch()
+{
+    innermostWatch = _outer;
 }
