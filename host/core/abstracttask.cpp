@@ -21,8 +21,19 @@ bool AbstractTask::changesMachine() const
     return false;
 }
 
+bool AbstractTask::isCancellable() const
+{
+    return !changesMachine();
+}
+
 void AbstractTask::reportDetail(const QString &text) const
 {
     if (_detailSink)
         _detailSink(text);
+}
+
+void AbstractTask::reportProgress(const TaskProgress &progress) const
+{
+    if (_progressSink)
+        _progressSink(progress);
 }

@@ -5,7 +5,24 @@
 
 #include "taskdescription.h"
 
+#include <QMetaType>
+
+#include <atomic>
 #include <functional>
+
+/// How far a task is: "12 of 340 accounts".
+struct KRA_EXPORT TaskProgress
+{
+    quint64 done = 0;
+    quint64 total = 0; ///< 0 while it is not known
+    QString unit;      ///< what is counted, in the plural and in the administrator's language
+
+    bool operator==(const TaskProgress &other) const
+    {
+        return done == other.done && total == other.total && unit == other.unit;
+    }
+};
+Q_DECLARE_METATYPE(TaskProgress)
 
 /// A piece of work away from the user interface. Handed to TaskObserver::performTask(), which owns it from then on.
 class KRA_EXPORT AbstractTask : public TaskDescription
@@ -22,12 +39,24 @@ public:
     virtual TaskStatus afterRun();
     /// Whether run() changes the machine. A task that does is never given up when the console closes.
     virtual bool changesMachine() const;
+    /// Whether run() can be stopped on the way, leaving nothing half done. Reads can: their result is dropped. A task
+    /// that changes the machine and overrides this asks isCancelled() between two whole steps, sets the status
+    /// Cancelled when it stopped for it, and says in its message what was done already. Asked at the hand-over.
+    virtual bool isCancellable() const;
+    /// Whether the task is to stop. Any thread; a long run() asks it every few milliseconds and returns when it is
+    /// true.
+    bool isCancelled() const { return _isCancelled; }
 
     /// Says what is being done now, or how a program ended, for the task list. Any thread, once the task was handed
-    /// over; nobody hears it before.
+    /// over; dropped before.
     void reportDetail(const QString &text) const;
+    /// Says how far the task is. Cheap: of many in a row the last one is shown. Any thread, like reportDetail().
+    void reportProgress(const TaskProgress &progress) const;
 
 private:
     friend class TaskWorker;
-    std::function<void(const QString &)> _detailSink; // set before run()
+    // Set before run().
+    std::function<void(const QString &)> _detailSink;
+    std::function<void(const TaskProgress &)> _progressSink;
+    std::atomic_bool _isCancelled{false};
 };

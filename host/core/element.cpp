@@ -77,14 +77,19 @@ void Element::setRecord(std::unique_ptr<ElementData> record)
     nodeDataChanged();
 }
 
+std::unique_ptr<ElementData> Element::exchangeRecord(std::unique_ptr<ElementData> record)
+{
+    return std::exchange(_record, std::move(record));
+}
+
 std::unique_ptr<ElementData> Element::takeRecord()
 {
-    return std::move(_record);
+    return exchangeRecord(nullptr);
 }
 
 bool Element::isAccessible() const
 {
-    return _access(*_module);
+    return !_access || _access(*_module);
 }
 
 ElementEditor *Element::elementWidget(int role) const

@@ -21,7 +21,10 @@ class KRA_EXPORT Element : public TreeNode, public ContextOperation
 {
 public:
     /// Says whether the process has the rights that an element's operations need (Module::isAdministratorHierarchy).
+    /// Null stands for everybody().
     using AccessCheck = bool (*)(const Module &module);
+    /// The check of what needs no rights beyond those that the process has.
+    static bool everybody(const Module & /*module*/) { return true; }
 
     enum class Place
     {
@@ -38,6 +41,7 @@ public:
     QString elementType() const final { return _type; }
     Module *module() const final { return _module; }
     QString id() const final { return _type; }
+    QString key() const final { return _title; }
     QString parentType() const { return _parentType; }
 
     QString title() const { return _title; }
@@ -50,10 +54,13 @@ public:
     ElementData *record() const { return _record.get(); }
     /// Tells that the cells changed. The record before is deleted.
     void setRecord(std::unique_ptr<ElementData> record);
-    /// Hands the record over, for who can make better use of it than to have it deleted with the element. Tells nobody.
+    /// Puts another record in its place, or none, and releases the one before to the caller. Emits no change.
+    std::unique_ptr<ElementData> exchangeRecord(std::unique_ptr<ElementData> record);
+    /// Releases the record to the caller. Emits no change.
     std::unique_ptr<ElementData> takeRecord();
 
-    /// Whether the access check holds.
+    /// Whether the access check holds. Where it does not, the element's page shows what can be read, and cannot be
+    /// edited.
     bool isAccessible() const;
 
     /// The editor of that role (ElementEditor::MainRole) which the element's module, or the module that extends it,

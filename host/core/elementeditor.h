@@ -27,8 +27,10 @@ public:
     /// Lets the module hear when the operations that are possible here change. A second call does nothing.
     virtual void connectToModule(Module *module) = 0;
 
-    /// A read of `element` brought the record `data`. Handed over only while element() is that element; both stay the
-    /// host's, and `data` is never null.
+    /// Whether the content was edited since it was last read or applied. No record is handed over while it is.
+    virtual bool isContentChanged() const { return false; }
+    /// A read of `element` brought the record `data`, which is only partial where the read failed. Handed over only
+    /// while element() is that element and its content is unchanged; both stay the host's, and `data` is never null.
     virtual void afterSuccessfulRead(Element *element, ElementData *data) = 0;
     /// An update of the shown element succeeded.
     virtual void afterSuccessfulUpdate() = 0;

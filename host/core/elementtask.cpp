@@ -32,7 +32,8 @@ TaskDescription::TaskStatus ReadPropertyHeavyTask::afterRun()
         return status();
     elementData()->configureParams();
     target->setRecord(takeElementData());
-    if (ElementEditor *editor = editorShowing(target))
+    ElementEditor *editor = editorShowing(target);
+    if (editor && !editor->isContentChanged()) // what was typed is replaced by a revert or a successful update only
         editor->afterSuccessfulRead(target, target->record());
     return status();
 }
@@ -42,7 +43,7 @@ TaskDescription::TaskStatus UpdateTask::afterRun()
     Element *target = element();
     if (target && target->availableOperations().testFlag(OperationType::Read))
         target->performOperation(OperationType::Read, nullptr, 0);
-    if (status() == Failed)
+    if (status() != Succeeded)
         return status();
     // Looked up anew for each step: an editor may ask the administrator something, and then anything may have happened.
     if (ElementEditor *editor = editorShowing(element()))

@@ -45,7 +45,8 @@ class KRA_EXPORT ReadPropertyHeavyTask : public ElementTask
 {
 public:
     using ElementTask::ElementTask;
-    /// Gives the record to the element, and to the element's main editor while that shows the element.
+    /// Gives the record to the element, and to the element's main editor while that shows the element and was not
+    /// edited.
     TaskStatus afterRun() override;
 };
 
@@ -54,7 +55,8 @@ class KRA_EXPORT UpdateTask : public ElementTask
 {
 public:
     using ElementTask::ElementTask;
-    /// Reads the element again and, unless the task failed, tells the main editor that shows it.
+    /// Reads the element again and, when the task succeeded, tells the main editor that shows it. Otherwise the editor
+    /// keeps what was typed.
     TaskStatus afterRun() override;
     bool changesMachine() const override;
 };

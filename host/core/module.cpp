@@ -217,6 +217,6 @@ bool Module::isAdministratorHierarchy(const Module &module)
 void Module::performOperation(ContextOperation *operation, OperationType type, ElementData *data, int /*extra*/)
 {
     const std::unique_ptr<ElementData> owned(type == OperationType::Write ? data : nullptr);
-    const QString elementType = operation ? operation->elementType() : QStringLiteral("nothing");
-    qCInfo(logModule).noquote() << d->name << "is asked for operation" << static_cast<int>(type) << "on" << elementType;
+    qCInfo(logModule).noquote() << d->name << "is asked for operation" << static_cast<int>(type) << "on"
+                                << operation->elementType();
 }

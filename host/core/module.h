@@ -74,6 +74,7 @@ public:
 
     /// What an element or an editor asks of its module. A module starts a task for the operations it knows and passes
     /// everything else here, where it is logged and nothing more (shown with QT_LOGGING_RULES=kra.module.info=true).
+    /// `operation` is never null; `extra` is 0 and means nothing yet.
     /// `data` is owned by this call with OperationType::Write, which deletes what nobody took, and stays the caller's
     /// with every other operation.
     virtual void performOperation(ContextOperation *operation, OperationType type, ElementData *data, int extra);

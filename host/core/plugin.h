@@ -37,8 +37,12 @@ public:
     /// Whether the plug-in can work on this machine. The default is yes. May run programs (Process::simpleStart); what
     /// they printed is kept in the plug-in's record.
     virtual bool isValid();
+    /// Why the last isValid() said no, for the administrator; empty where the plug-in did not say.
+    QString whyInvalid() const { return _whyInvalid; }
 
 protected:
+    /// For isValid(): what is missing here.
+    void setWhyInvalid(const QString &why) { _whyInvalid = why; }
     void setTitle(const QString &title) { _title = title; }
     void setDescription(const QString &description) { _description = description; }
     void appendModule(Module *module) { _modules.push_back(module); }
@@ -46,5 +50,6 @@ protected:
 private:
     QString _title;
     QString _description;
+    QString _whyInvalid;
     std::vector<Module *> _modules;
 };

@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <optional>
 
 #include <unistd.h>
@@ -33,11 +34,18 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(PluginLoader)
 };
 
-bool stop(PluginRecord &record, State state, const QString &why)
+/// Why a step went wrong, and what the plug-in is then.
+struct Failure
 {
-    record.state = state;
-    record.explanation = why;
-    return false;
+    State state;
+    QString why;
+};
+using Outcome = std::optional<Failure>;
+
+void note(PluginRecord &record, const Failure &failure)
+{
+    record.state = failure.state;
+    record.explanation = failure.why;
 }
 
 /// The text of the exception that leaves a step of the plug-in's own code. It is copied while the library that may hold
@@ -54,87 +62,138 @@ std::optional<QString> thrownBy(const std::function<void()> &step)
     return std::nullopt;
 }
 
-bool isPlaceSafe(PluginRecord &record, const QString &canonicalPath)
+/// Of a library, or of a folder of them.
+Outcome checkPlace(const QString &fileName, const QString &canonicalPath)
 {
     if (geteuid() != 0 || PluginPlace::isInOwnBuildTree(canonicalPath))
-        return true;
+        return std::nullopt;
     const QString why = PluginPlace::whyUnsafe(canonicalPath);
     if (why.isEmpty())
-        return true;
-    return stop(record, State::Refused,
-                Texts::tr("Nothing is loaded from %1 with administrator rights, since another user could have changed "
-                          "it: %2.")
-                    .arg(record.fileName, why));
+        return std::nullopt;
+    return Failure{State::Refused, Texts::tr("Nothing is loaded from %1 with administrator rights, since another user "
+                                             "could have changed it: %2.")
+                                       .arg(fileName, why)};
 }
 
-bool isForThisFramework(PluginRecord &record, const QPluginLoader &library)
+/// One library on its way into the tree, by the steps that docs/writing-a-plugin.md names.
+class Candidate
 {
-    const QJsonObject metaData = library.metaData();
+public:
+    Candidate(PluginRecord &record, const QString &canonicalPath, const ModuleTree &tree)
+        : _record(record)
+        , _path(canonicalPath)
+        , _library(canonicalPath)
+        , _tree(tree)
+    {}
+
+    /// The plug-in, with all behind it but being attached; null where a step went wrong, which the record says then.
+    std::unique_ptr<Plugin> goThrough();
+
+private:
+    Outcome checkPlace() { return ::checkPlace(_record.fileName, _path); }
+    Outcome lookInto();
+    Outcome load();
+    Outcome construct();
+    Outcome ask();
+    Outcome compareNames();
+
+    PluginRecord &_record;
+    const QString _path;
+    QPluginLoader _library;
+    const ModuleTree &_tree;
+    std::unique_ptr<Plugin> _plugin;
+};
+
+std::unique_ptr<Plugin> Candidate::goThrough()
+{
+    constexpr Outcome (Candidate::*steps[])() = {&Candidate::checkPlace, &Candidate::lookInto,
+                                                 &Candidate::load,       &Candidate::construct,
+                                                 &Candidate::ask,        &Candidate::compareNames};
+    const ProcessRecorder recorder;
+    Outcome failure;
+    for (auto step = std::begin(steps); step != std::end(steps) && !failure; ++step)
+        failure = (this->**step)();
+    _record.programOutput = recorder.texts();
+    if (!failure)
+        return std::move(_plugin);
+    note(_record, *failure);
+    return nullptr;
+}
+
+/// Runs no line of it.
+Outcome Candidate::lookInto()
+{
+    const QJsonObject metaData = _library.metaData();
     if (metaData.isEmpty())
-        return stop(record, State::Broken,
-                    Texts::tr("%1 is no plug-in: %2").arg(record.fileName, library.errorString()));
+        return Failure{State::Broken, Texts::tr("%1 is no plug-in: %2").arg(_record.fileName, _library.errorString())};
     const QString identifier = metaData.value(QLatin1String("IID")).toString();
     if (identifier == QLatin1String(KRA_PLUGIN_IID))
-        return true;
-    return stop(record, State::Foreign,
-                Texts::tr("%1 is a plug-in for \"%2\"; plug-ins for \"%3\" are loaded here.")
-                    .arg(record.fileName, identifier, QLatin1String(KRA_PLUGIN_IID)));
+        return std::nullopt;
+    return Failure{State::Foreign, Texts::tr("%1 is a plug-in for \"%2\"; plug-ins for \"%3\" are loaded here.")
+                                       .arg(_record.fileName, identifier, QLatin1String(KRA_PLUGIN_IID))};
 }
 
-std::unique_ptr<Plugin> construct(PluginRecord &record, QPluginLoader &library)
+/// What the library lacks is found here, as a text, and not when the missing function is called.
+Outcome Candidate::load()
+{
+    _library.setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    if (_library.load())
+        return std::nullopt;
+    return Failure{State::Broken, Texts::tr("%1 cannot be loaded: %2").arg(_record.fileName, _library.errorString())};
+}
+
+Outcome Candidate::construct()
 {
     QObject *root = nullptr;
-    if (const auto thrown = thrownBy([&] { root = library.instance(); })) {
-        stop(record, State::Threw,
-             Texts::tr("The constructor of the plug-in %1 threw an exception: %2").arg(record.fileName, *thrown));
-        return nullptr;
+    if (const auto thrown = thrownBy([&] { root = _library.instance(); }))
+        return Failure{
+            State::Threw,
+            Texts::tr("The constructor of the plug-in %1 threw an exception: %2").arg(_record.fileName, *thrown)};
+    if (!root)
+        return Failure{State::Broken, Texts::tr("%1 exports no class.").arg(_record.fileName)};
+    _plugin.reset(qobject_cast<Plugin *>(root));
+    if (!_plugin) {
+        const std::unique_ptr<QObject> stranger(root);
+        return Failure{State::Broken, Texts::tr("%1 exports the class %2, which is not derived from Plugin.")
+                                          .arg(_record.fileName, QLatin1String(stranger->metaObject()->className()))};
     }
-    if (!root) {
-        stop(record, State::Broken, Texts::tr("%1 exports no class.").arg(record.fileName));
-        return nullptr;
-    }
-    std::unique_ptr<Plugin> plugin(qobject_cast<Plugin *>(root));
-    if (!plugin) {
-        stop(record, State::Broken,
-             Texts::tr("%1 exports the class %2, which is not derived from Plugin.")
-                 .arg(record.fileName, QLatin1String(root->metaObject()->className())));
-        delete root;
-        return nullptr;
-    }
-    record.title = plugin->title();
-    record.description = plugin->description();
-    for (const Module *module : plugin->modules())
-        record.moduleNames.append(module->name());
-    return plugin;
+    _record.title = _plugin->title();
+    _record.description = _plugin->description();
+    for (const Module *module : _plugin->modules())
+        _record.moduleNames.append(module->name());
+    return std::nullopt;
 }
 
-bool isValid(PluginRecord &record, Plugin &plugin)
+Outcome Candidate::ask()
 {
-    bool valid = false;
-    if (const auto thrown = thrownBy([&] { valid = plugin.isValid(); }))
-        return stop(record, State::Threw,
-                    Texts::tr("The plug-in %1 threw an exception when it was asked whether it can work here: %2")
-                        .arg(record.fileName, *thrown));
-    if (!valid)
-        return stop(record, State::Invalid, Texts::tr("The plug-in %1 cannot work here.").arg(record.fileName));
-    return true;
+    bool isValid = false;
+    if (const auto thrown = thrownBy([&] { isValid = _plugin->isValid(); }))
+        return Failure{State::Threw,
+                       Texts::tr("The plug-in %1 threw an exception when it was asked whether it can work here: %2")
+                           .arg(_record.fileName, *thrown)};
+    if (isValid)
+        return std::nullopt;
+    const QString why = _plugin->whyInvalid();
+    return Failure{State::Invalid, why.isEmpty()
+                                       ? Texts::tr("The plug-in %1 cannot work here.").arg(_record.fileName)
+                                       : Texts::tr("The plug-in %1 cannot work here: %2").arg(_record.fileName, why)};
 }
 
-bool areNamesFree(PluginRecord &record, const ModuleTree &tree)
+Outcome Candidate::compareNames()
 {
     QSet<QString> taken;
-    for (const std::vector<Module *> &modules : {tree.modules(), tree.waitingModules()}) {
+    for (const std::vector<Module *> &modules : {_tree.modules(), _tree.waitingModules()}) {
         for (const Module *module : modules)
             taken.insert(module->name());
     }
-    for (const QString &name : qAsConst(record.moduleNames)) {
+    for (const QString &name : qAsConst(_record.moduleNames)) {
         if (taken.contains(name))
-            return stop(record, State::Invalid,
-                        Texts::tr("The plug-in %1 brings the module \"%2\", and there is one of that name already.")
-                            .arg(record.fileName, name));
+            return Failure{State::Invalid,
+                           Texts::tr("The plug-in %1 brings the module \"%2\", and there is one of that name already.")
+                               .arg(_record.fileName, name)};
         taken.insert(name);
     }
-    return true;
+    return std::nullopt;
 }
 
 } // namespace
@@ -155,23 +214,8 @@ public:
 
 void PluginLoader::Private::load(PluginRecord &record, const QString &canonicalPath)
 {
-    if (!isPlaceSafe(record, canonicalPath))
-        return;
-    QPluginLoader library(canonicalPath);
-    // What the library lacks is found here, as a text, and not when the missing function is called.
-    library.setLoadHints(QLibrary::ResolveAllSymbolsHint);
-    if (!isForThisFramework(record, library))
-        return;
-    if (!library.load()) {
-        stop(record, State::Broken, Texts::tr("%1 cannot be loaded: %2").arg(record.fileName, library.errorString()));
-        return;
-    }
-
-    const ProcessRecorder recorder;
-    std::unique_ptr<Plugin> plugin = construct(record, library);
-    const bool isUsable = plugin && isValid(record, *plugin) && areNamesFree(record, tree);
-    record.programOutput = recorder.texts();
-    if (!isUsable)
+    std::unique_ptr<Plugin> plugin = Candidate(record, canonicalPath, tree).goThrough();
+    if (!plugin)
         return;
     for (Module *module : plugin->modules())
         tree.addModule(module);
@@ -196,13 +240,14 @@ void PluginLoader::loadFolder(const QString &folder)
         return;
     PluginRecord refusal;
     refusal.fileName = folder;
-    if (!isPlaceSafe(refusal, info.canonicalFilePath())) {
+    if (const Outcome failure = checkPlace(folder, info.canonicalFilePath())) {
+        note(refusal, *failure);
         d->records.push_back(refusal);
         return;
     }
     const QDir dir(folder);
     if (!info.isDir() || !dir.isReadable()) {
-        stop(refusal, State::Broken, Texts::tr("%1 is not a folder that can be read.").arg(folder));
+        note(refusal, {State::Broken, Texts::tr("%1 is not a folder that can be read.").arg(folder)});
         d->records.push_back(refusal);
         return;
     }
@@ -222,7 +267,7 @@ void PluginLoader::loadFile(const QString &fileName)
     if (d->loadedPaths.contains(canonicalPath))
         return;
     if (canonicalPath.isEmpty()) {
-        stop(record, State::Broken, Texts::tr("There is no file %1.").arg(fileName));
+        note(record, {State::Broken, Texts::tr("There is no file %1.").arg(fileName)});
     } else {
         d->loadedPaths.insert(canonicalPath);
         d->load(record, canonicalPath);

@@ -15,7 +15,8 @@ public:
     {
         NotFinished = 0,
         Failed = 1,
-        Succeeded = 2
+        Succeeded = 2,
+        Cancelled = 3 ///< stopped on the administrator's wish
     };
 
     TaskDescription() = default;
@@ -28,11 +29,20 @@ public:
     /// Why the task failed, for the administrator; one line for each failure.
     QString message() const { return _message; }
     void setMessage(const QString &message) { _message = message; }
+    /// Whether the message tells of nothing that is wrong: then it is shown as a note, and the task as done, though its
+    /// status is Failed.
+    bool isMessageNote() const { return _isMessageNote; }
+    void setMessageNote(bool isNote) { _isMessageNote = isNote; }
+    /// What a task that succeeded has changed, for the administrator; one line for each change.
+    QString result() const { return _result; }
+    void setResult(const QString &result) { _result = result; }
     TaskStatus status() const { return _status; }
     void setStatus(TaskStatus status) { _status = status; }
 
 private:
     QString _description;
     QString _message;
+    bool _isMessageNote = false;
+    QString _result;
     TaskStatus _status = NotFinished;
 };

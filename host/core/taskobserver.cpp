@@ -11,10 +11,13 @@
 #include <QSocketNotifier>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <deque>
 #include <map>
 #include <utility>
+
+#include <unistd.h>
 
 namespace
 {
@@ -27,6 +30,32 @@ void deleteObserver()
 {
     delete std::exchange(theObserver, nullptr);
 }
+
+/// Finishes the writes when exit() is called while the application object lives, as a platform plug-in does that lost
+/// its display.
+///
+/// exit() destroys the thread-local objects of its thread before it calls any handler and destroys any static object,
+/// so whatever the worker uses is still there. Then the process ends on the spot: windows, editors and plug-ins were
+/// not destroyed in their order, and their libraries' static objects must not be destroyed before them.
+class ExitGuard
+{
+public:
+    ExitGuard() = default;
+    ExitGuard(const ExitGuard &) = delete;
+    ExitGuard &operator=(const ExitGuard &) = delete;
+    ~ExitGuard()
+    {
+        if (!theObserver)
+            return; // the application object has ended in order
+        theObserver->closeDown();
+        on_exit( // the last handler registered is the first to be called, and is given the exit code
+            [](int code, void * /*unused*/) {
+                std::fflush(nullptr);
+                _exit(code);
+            },
+            nullptr);
+    }
+};
 
 QDateTime localTime(std::chrono::system_clock::time_point time)
 {
@@ -45,7 +74,9 @@ TaskReport newReport(quint64 id, AbstractTask *task)
     TaskReport report;
     report.id = id;
     report.description = task->description();
+    report.readsRecord = dynamic_cast<ReadPropertyHeavyTask *>(task);
     report.changesMachine = task->changesMachine();
+    report.isCancellable = task->isCancellable();
     report.queuedAt = QDateTime::currentDateTime();
     if (const auto *elementTask = dynamic_cast<ElementTask *>(task)) {
         report.element = elementTask->element();
@@ -56,6 +87,12 @@ TaskReport newReport(quint64 id, AbstractTask *task)
 
 } // namespace
 
+bool isStillUnread(const TaskReport &read)
+{
+    const Element *element = read.element.data();
+    return element && (read.readsRecord ? !element->record() : element->childNodes().isEmpty());
+}
+
 /// The user-interface side of the work. Slots of the observer's signals may turn the event loop, and so may every
 /// afterRun(): whatever is under way here may be entered again from below.
 class TaskObserver::Private
@@ -64,6 +101,7 @@ public:
     explicit Private(TaskObserver *observer);
 
     void deliver();
+    bool cancel(quint64 id);
     void closeDown();
 
     TaskObserver *q;
@@ -126,6 +164,9 @@ void TaskObserver::Private::tell(TaskWorker::Event event)
     case TaskWorker::Event::Kind::Detail:
         Q_EMIT q->taskDetail(event.id, event.text);
         break;
+    case TaskWorker::Event::Kind::Progress:
+        Q_EMIT q->taskProgress(event.id, event.progress);
+        break;
     case TaskWorker::Event::Kind::Ended:
         ended.push_back(std::move(event));
         break;
@@ -134,15 +175,25 @@ void TaskObserver::Private::tell(TaskWorker::Event event)
 
 void TaskObserver::Private::finish(TaskWorker::Event event)
 {
-    if (ContainerElement *container = containerOf(event.task.get())) {
+    AbstractTask &task = *event.task;
+    const bool isGivenUp = task.isCancelled() && !task.changesMachine();
+    if (ContainerElement *container = containerOf(&task)) {
         // One that was marked stale while it was being read stays so: what was read may be the older state.
         if (container->content() == ContainerElement::Content::Reading)
-            container->setContent(ContainerElement::Content::Read);
+            container->setContent(isGivenUp ? ContainerElement::Content::Stale : ContainerElement::Content::Read);
     }
 
-    inAfterRun = true;
-    TaskWorker::guard(*event.task, [&event] { event.task->setStatus(event.task->afterRun()); });
-    inAfterRun = false;
+    if (isGivenUp) {
+        task.setStatus(TaskDescription::Cancelled);
+        const auto cancelled = live.find(event.id);
+        task.setMessage(cancelled != live.end() && isStillUnread(cancelled->second)
+                            ? TaskObserver::tr("Cancelled: this has not been read yet.")
+                            : TaskObserver::tr("Cancelled: what was read before is still shown."));
+    } else {
+        inAfterRun = true;
+        TaskWorker::guard(task, [&task] { task.setStatus(task.afterRun()); });
+        inAfterRun = false;
+    }
     takeEvents(); // details of the afterRun() come before the end
     const auto found = live.find(event.id);
     if (found == live.end())
@@ -150,11 +201,31 @@ void TaskObserver::Private::finish(TaskWorker::Event event)
 
     TaskReport report = found->second;
     live.erase(found);
-    report.status = event.task->status();
-    report.message = event.task->message();
+    report.status = task.status();
+    report.message = task.message();
+    report.isNote = task.isMessageNote();
+    report.result = task.status() == TaskDescription::Succeeded ? task.result() : QString();
     report.runMilliseconds = event.runTime.count();
     event.task.reset();
     Q_EMIT q->taskFinished(report);
+}
+
+bool TaskObserver::Private::cancel(quint64 id)
+{
+    const auto found = live.find(id);
+    if (found == live.end() || !found->second.isCancellable)
+        return false;
+    bool isOnTheWay = worker.cancel(id);
+    for (const auto *queue : {&events, &ended}) {
+        for (const TaskWorker::Event &event : *queue)
+            isOnTheWay = TaskWorker::cancel(event, id) || isOnTheWay;
+    }
+    if (!isOnTheWay)
+        return false; // its afterRun() is under way
+    found->second.isCancelled = true;
+    const TaskReport report = found->second;
+    Q_EMIT q->taskCancelling(report);
+    return true;
 }
 
 void TaskObserver::Private::closeDown()
@@ -167,7 +238,7 @@ void TaskObserver::Private::closeDown()
         events.push_back(std::move(event));
     for (std::deque<TaskWorker::Event> *queue : {&ended, &events}) {
         for (const TaskWorker::Event &event : *queue) {
-            if (event.task && event.task->status() == TaskDescription::Failed)
+            if (event.task && event.task->status() == TaskDescription::Failed && !event.task->isMessageNote())
                 qCWarning(taskLog).noquote() << event.task->description() << event.task->message();
         }
         queue->clear();
@@ -181,12 +252,8 @@ TaskObserver *TaskObserver::instance()
         return theObserver;
     theObserver = new TaskObserver;
     qAddPostRoutine(deleteObserver);
-    // Also an exit() from the depths of the platform (a lost display) leaves no write half done.
-    static const int registered = std::atexit([] {
-        if (theObserver && !theObserver->d->worker.isOwnThread())
-            theObserver->closeDown();
-    });
-    Q_UNUSED(registered)
+    thread_local const ExitGuard guard;
+    Q_UNUSED(guard)
     return theObserver;
 }
 
@@ -194,6 +261,7 @@ TaskObserver::TaskObserver()
     : d(std::make_unique<Private>(this))
 {
     qRegisterMetaType<TaskReport>();
+    qRegisterMetaType<TaskProgress>();
 }
 
 TaskObserver::~TaskObserver()
@@ -214,6 +282,11 @@ void TaskObserver::performTask(AbstractTask *task)
     Q_EMIT taskQueued(report);
 }
 
+bool TaskObserver::cancel(quint64 id)
+{
+    return d->cancel(id);
+}
+
 bool TaskObserver::isBusy() const
 {
     return !d->live.empty();
@@ -228,6 +301,20 @@ bool TaskObserver::isBusyWith(const Element *element) const
 {
     return std::any_of(d->live.begin(), d->live.end(),
                        [element](const auto &task) { return element && task.second.element.data() == element; });
+}
+
+bool TaskObserver::isReading(const Element *element) const
+{
+    return std::any_of(d->live.begin(), d->live.end(), [element](const auto &task) {
+        return element && task.second.readsRecord && task.second.element.data() == element;
+    });
+}
+
+bool TaskObserver::isWriting(const Element *element) const
+{
+    return std::any_of(d->live.begin(), d->live.end(), [element](const auto &task) {
+        return element && task.second.changesMachine && task.second.element.data() == element;
+    });
 }
 
 void TaskObserver::closeDown()

@@ -131,6 +131,11 @@ QString TreeNode::id() const
     return {};
 }
 
+QString TreeNode::key() const
+{
+    return {};
+}
+
 bool TreeNode::isTreeRow() const
 {
     return true;
@@ -155,19 +160,22 @@ void TreeNode::append(const QVector<TreeNode *> &children)
             extras().supplements.append(child);
         }
     }
+    insertRows(_children.size(), rows);
+}
+
+void TreeNode::insertRows(int at, const QVector<TreeNode *> &rows)
+{
     if (rows.isEmpty())
         return;
-
     Listeners listeners(this);
-    const int first = _children.size();
-    const int last = first + rows.size() - 1;
-    if (listeners.tellBegin(this, [=](auto &observer) { observer.rowsAboutToBeInserted(this, first, last); })) {
-        _children.reserve(_children.size() + rows.size());
-        for (TreeNode *row : qAsConst(rows)) {
+    const int last = at + rows.size() - 1;
+    if (listeners.tellBegin(this, [=](auto &observer) { observer.rowsAboutToBeInserted(this, at, last); })) {
+        const QVector<TreeNode *> behind = _children.mid(at);
+        _children.resize(at);
+        _children += rows + behind;
+        for (TreeNode *row : rows)
             row->_parent = this;
-            row->_row = _children.size();
-            _children.append(row);
-        }
+        renumberFrom(at);
     } else {
         qDeleteAll(rows);
     }
@@ -176,19 +184,33 @@ void TreeNode::append(const QVector<TreeNode *> &children)
 
 void TreeNode::clearDelete()
 {
-    if (_children.isEmpty())
+    removeRows(0, _children.size() - 1);
+}
+
+void TreeNode::removeRows(int first, int last)
+{
+    if (last < first)
         return;
     // The children leave in one change for a node that nobody watches, which deletes them when they have left: each is
     // whole until then, and whatever deletes one of them in between takes it out there.
     TreeNode grave;
     Listeners listeners(this);
-    const int last = _children.size() - 1;
-    if (listeners.tellBegin(this, [=](auto &observer) { observer.rowsAboutToBeRemoved(this, 0, last); })) {
-        grave._children.swap(_children);
+    if (listeners.tellBegin(this, [=](auto &observer) { observer.rowsAboutToBeRemoved(this, first, last); })) {
+        const int count = last - first + 1;
+        grave._children = _children.mid(first, count);
+        _children.remove(first, count);
         for (TreeNode *child : qAsConst(grave._children))
             child->_parent = &grave;
+        grave.renumberFrom(0);
+        renumberFrom(first);
     }
     listeners.tellEnd([=](auto &observer) { observer.rowsRemoved(this); });
+}
+
+void TreeNode::renumberFrom(int row)
+{
+    for (; row < _children.size(); ++row)
+        _children.at(row)->_row = row;
 }
 
 int TreeNode::treeNodeSpecialFlags() const
@@ -292,8 +314,7 @@ void TreeNode::leaveParent()
     const int row = _row;
     if (listeners.tellBegin(parent, [=](auto &observer) { observer.rowsAboutToBeRemoved(parent, row, row); })) {
         parent->_children.remove(_row);
-        for (int i = _row; i < parent->_children.size(); ++i)
-            parent->_children.at(i)->_row = i;
+        parent->renumberFrom(_row);
         _parent = nullptr;
     }
     listeners.tellEnd([=](auto &observer) { observer.rowsRemoved(parent); });

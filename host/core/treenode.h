@@ -6,9 +6,11 @@
 #include "kraglobal.h"
 #include "noderole.h"
 
+#include <QStringList>
 #include <QVariant>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 class TreeNode;
@@ -58,6 +60,8 @@ public:
 
     /// What the node is found by: for an element its type name.
     virtual QString id() const;
+    /// What tells it from the other children of that id when its parent was read again: for an element its title.
+    virtual QString key() const;
     /// Whether the node is shown as a row of the tree. A supplement is not: it is a tab on its parent's page.
     virtual bool isTreeRow() const;
 
@@ -65,6 +69,11 @@ public:
     void append(TreeNode *child);
     /// Takes ownership of all of them in one change, which the views see as one insertion.
     void append(const QVector<TreeNode *> &children);
+    /// Makes the rows those of a new reading: one for each key, in that order. A child with that id and key stays, and
+    /// with it whatever stands on it: pages, selections, what is unfolded. `update` brings it up to date, without a
+    /// word to anybody, and says whether its cells changed. The others are deleted, and `make` makes the new ones.
+    void replaceChildren(const QString &id, const QStringList &keys, const std::function<TreeNode *(int place)> &make,
+                         const std::function<bool(TreeNode &child, int place)> &update);
     /// Removes and deletes all children that are rows, in one change. Supplements stay: they are the node's own.
     void clearDelete();
 
@@ -109,6 +118,9 @@ private:
     std::shared_ptr<Life> life();
     static TreeNode *nodeOf(const std::shared_ptr<Life> &life);
     void leaveParent();
+    void insertRows(int at, const QVector<TreeNode *> &rows);
+    void removeRows(int first, int last);
+    void renumberFrom(int row);
 
     TreeNode *_parent = nullptr;
     QVector<TreeNode *> _children;
@@ -129,9 +141,35 @@ public:
         : _life(node ? static_cast<TreeNode *>(node)->life() : nullptr)
     {}
     Node *data() const { return static_cast<Node *>(TreeNode::nodeOf(_life)); }
+    Node *get() const { return data(); }
     Node *operator->() const { return data(); }
     explicit operator bool() const { return data() != nullptr; }
 
 private:
     std::shared_ptr<TreeNode::Life> _life;
 };
+
+/// Pointers are equal that point at one node now: all that became null are.
+template<typename Left, typename Right>
+bool operator==(const NodePointer<Left> &left, const NodePointer<Right> &right)
+{
+    return left.data() == right.data();
+}
+
+template<typename Left, typename Right>
+bool operator!=(const NodePointer<Left> &left, const NodePointer<Right> &right)
+{
+    return !(left == right);
+}
+
+template<typename Left, typename Right>
+bool operator==(const NodePointer<Left> &left, const Right *right)
+{
+    return left.data() == right;
+}
+
+template<typename Left, typename Right>
+bool operator!=(const NodePointer<Left> &left, const Right *right)
+{
+    return !(left == right);
+}

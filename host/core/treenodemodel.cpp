@@ -6,9 +6,28 @@
 #include "plaintooltip.h"
 
 #include <QHash>
+#include <QLocale>
 #include <QVarLengthArray>
 
 #include <utility>
+
+namespace
+{
+/// A number with the digits grouped as the views group them.
+QString cellText(const QVariant &value)
+{
+    switch (value.userType()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        return QLocale().toString(value.toLongLong());
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+        return QLocale().toString(value.toULongLong());
+    default:
+        return value.toString();
+    }
+}
+} // namespace
 
 class TreeNodeModel::Private : public TreeNodeObserver
 {
@@ -242,9 +261,11 @@ QModelIndex TreeNodeModel::indexOf(const TreeNode *node, int column) const
 
 QModelIndex TreeNodeModel::index(int row, int column, const QModelIndex &parent) const
 {
-    if (!hasIndex(row, column, parent))
+    if (!d->root || parent.column() > 0)
         return {};
-    return createIndex(row, column, d->parentNode(parent)->childNodes().at(row));
+    const QVector<TreeNode *> &rows = d->parentNode(parent)->childNodes();
+    const bool isThere = row >= 0 && row < rows.size() && column >= 0 && column < columnCount();
+    return isThere ? createIndex(row, column, rows.at(row)) : QModelIndex();
 }
 
 QModelIndex TreeNodeModel::parent(const QModelIndex &child) const
@@ -284,7 +305,7 @@ QVariant TreeNodeModel::data(const QModelIndex &index, int role) const
     if (!index.isValid())
         return {};
     const QVariant value = node(index)->data(index.column(), role);
-    return role == Qt::ToolTipRole && value.isValid() ? plainToolTip(value.toString()) : value;
+    return role == Qt::ToolTipRole && value.isValid() ? plainToolTip(cellText(value)) : value;
 }
 
 QVariant TreeNodeModel::headerData(int section, Qt::Orientation orientation, int role) const
