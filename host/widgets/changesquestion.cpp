@@ -20,6 +20,7 @@ ChangesAnswer askAboutChanges(QWidget *page, const QString &title)
     QMessageBox box(QMessageBox::Question, Texts::tr("Changes not applied"),
                     Texts::tr("The page \"%1\" has changes that have not been applied.").arg(title),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, page);
+    box.setTextFormat(Qt::PlainText);
     box.setInformativeText(Texts::tr("Apply them now?"));
     box.button(QMessageBox::Save)->setText(Texts::tr("&Apply"));
     box.button(QMessageBox::Discard)->setText(Texts::tr("&Discard changes"));

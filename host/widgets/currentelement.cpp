@@ -29,6 +29,12 @@ void CurrentElement::set(Element *element)
     }
 }
 
+void CurrentElement::forgetLost()
+{
+    _left = NodePath();
+    _findTimer.stop();
+}
+
 void CurrentElement::setHeld(bool held)
 {
     _isHeld = held;
@@ -107,6 +113,12 @@ void CurrentElement::nodeDataChanged(TreeNode *node)
         return;
     _path = NodePath(element()); // its title may have changed
     Q_EMIT changed();
+}
+
+void CurrentElement::childrenDataChanged(TreeNode *parent)
+{
+    if (element() && element()->parentNode() == parent)
+        nodeDataChanged(element());
 }
 
 void CurrentElement::observedNodeDestroyed(TreeNode *node)

@@ -24,7 +24,9 @@ public:
 
     Element *element() const { return _element.data(); }
     void set(Element *element);
-    /// Has changed() say when this supplement of it goes.
+    /// What went is not to be found again.
+    void forgetLost();
+    /// Emits changed() when this supplement is destroyed.
     void watchSupplement(Element *supplement) { watch(supplement); }
 
     /// While held, nothing is found. Releasing looks again.
@@ -54,7 +56,7 @@ private:
     void rowsAboutToBeRemoved(TreeNode *parent, int first, int last) override;
     void rowsRemoved(TreeNode *parent) override;
     void nodeDataChanged(TreeNode *node) override;
-    void childrenDataChanged(TreeNode * /*parent*/) override {}
+    void childrenDataChanged(TreeNode *parent) override;
     void currentNodeRequested(TreeNode * /*node*/) override {}
     void observedNodeDestroyed(TreeNode *node) override;
 

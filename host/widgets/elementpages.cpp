@@ -3,19 +3,15 @@
 
 #include "elementpages.h"
 
-#include "changesquestion.h"
-#include "currentelement.h"
+#include "elementpages_p.h"
 #include "messagearea.h"
 #include "pagebody.h"
-#include "pageeditor.h"
 #include "pageheader.h"
-#include "taskmessages.h"
 #include "vieweditelementwidget.h"
 
 #include <taskobserver.h>
 
 #include <QProgressBar>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -25,51 +21,13 @@ namespace
 constexpr int busyBarHeight = 3;
 } // namespace
 
-class ElementPages::Private
-{
-public:
-    struct Shown
-    {
-        PageEditor page;
-        bool wasRead = false;
-    };
-
-    explicit Private(ElementPages *pages);
-
-    void show(Element *next);
-    void syncEditors();
-    void readFrontEditor();
-    void updateHeader();
-    void updateTaskState();
-    void update();
-
-    Element *frontElement() const;
-    std::vector<ElementWidget *> changedEditors() const;
-    ChangesAnswer ask();
-    bool applyAll();
-    void loseCurrent();
-    void findAgain(Element *again);
-
-    ElementPages *q;
-    PageHeader *header;
-    QProgressBar *busyBar;
-    MessageArea *messageArea;
-    PageBody *body;
-    QTimer updateTimer; // one look however much changes in one turn of the event loop
-
-    CurrentElement current;
-    bool hasLostChanges = false;
-    bool isAsking = false;
-    std::vector<Shown> shown;
-    TaskMessages messages;
-};
-
 ElementPages::Private::Private(ElementPages *pages)
     : q(pages)
     , header(new PageHeader(pages))
     , busyBar(new QProgressBar(pages))
     , messageArea(new MessageArea(pages))
     , body(new PageBody(pages))
+    , editors(body)
 {
     busyBar->setObjectName(QStringLiteral("pageBusyBar"));
     busyBar->setRange(0, 0);
@@ -92,8 +50,14 @@ ElementPages::Private::Private(ElementPages *pages)
     updateTimer.setInterval(0);
     QObject::connect(&updateTimer, &QTimer::timeout, pages, [this] {
         update();
-        readFrontEditor();
+        editors.read();
+        goOnLeaving();
     });
+    QObject::connect(&editors, &ShownEditors::stateChanged, pages, [this] {
+        updateTaskState();
+        Q_EMIT q->actionsChanged();
+    });
+    QObject::connect(&editors, &ShownEditors::editorDestroyed, pages, [this] { updateTimer.start(); });
     QObject::connect(&current, &CurrentElement::lost, pages, [this] { loseCurrent(); });
     QObject::connect(&current, &CurrentElement::found, pages, [this](Element *again) { findAgain(again); });
     QObject::connect(&current, &CurrentElement::changed, pages, [this] { updateTimer.start(); });
@@ -101,73 +65,29 @@ ElementPages::Private::Private(ElementPages *pages)
 
 void ElementPages::Private::show(Element *next)
 {
+    leaving.reset();
     current.set(next);
     if (next)
         next->requestSupplements();
     update();
+    if (editors.takeLost() && current.element())
+        messages.add(current.element(), false,
+                     ElementPages::tr("What was being edited is not there any more. What had been typed is lost."));
+    updateTaskState();
     Q_EMIT q->currentElementChanged(current.element());
-    readFrontEditor();
+    editors.read();
 }
 
 void ElementPages::Private::update()
 {
-    syncEditors();
+    Element *at = current.element();
+    editors.set(at);
+    for (Element *shown : editors.elements())
+        if (shown != at)
+            current.watchSupplement(shown);
     updateHeader();
     updateTaskState();
     Q_EMIT q->actionsChanged();
-}
-
-void ElementPages::Private::syncEditors()
-{
-    Element *at = current.element();
-    const std::vector<PageEditor> wanted = at ? pageEditorsOf(at) : std::vector<PageEditor>();
-    std::vector<Shown> before;
-    before.swap(shown);
-    const auto find = [](auto &list, const PageEditor &page) {
-        return std::find_if(list.begin(), list.end(),
-                            [&page](const Shown &each) { return each.page.editor == page.editor; });
-    };
-    for (const PageEditor &page : wanted) {
-        const auto known = find(before, page);
-        const bool isKnown = known != before.end();
-        shown.push_back({page, isKnown && known->wasRead && known->page.element.data() == page.element.data()});
-        if (page.element.data() != at)
-            current.watchSupplement(page.element.data());
-        if (isKnown)
-            continue;
-        QObject::connect(page.editor, &ElementWidget::contentChanged, q, &ElementPages::actionsChanged);
-        QObject::connect(page.editor, &ElementWidget::elementContextOperationChanged, q, &ElementPages::actionsChanged);
-        QObject::connect(page.editor, &QObject::destroyed, q, [this] { updateTimer.start(); });
-        if (const auto *form = qobject_cast<const ViewEditElementWidget *>(page.editor))
-            QObject::connect(form, &ViewEditElementWidget::editableChanged, q, &ElementPages::actionsChanged);
-    }
-    for (const Shown &each : before)
-        if (each.page.editor && find(shown, each.page) == shown.end())
-            QObject::disconnect(each.page.editor, nullptr, q, nullptr);
-
-    body->setEditors(wanted, emptyPageText(at));
-}
-
-void ElementPages::Private::readFrontEditor()
-{
-    // Showing a record may open a dialog, during which all this changes.
-    const Element *at = current.element();
-    const std::vector<Shown> present = shown;
-    for (const Shown &each : present) {
-        if (each.page.editor && each.page.element)
-            each.page.editor->setElement(each.page.element.data());
-        if (current.element() != at)
-            return;
-    }
-    ElementWidget *front = body->frontEditor();
-    const auto toRead = std::find_if(shown.begin(), shown.end(), [front](const Shown &each) {
-        return front && each.page.editor == front && each.page.element && !each.wasRead;
-    });
-    if (toRead == shown.end())
-        return;
-    toRead->wasRead = true;
-    if (!hasChanges(front))
-        front->read();
 }
 
 void ElementPages::Private::updateHeader()
@@ -184,73 +104,33 @@ void ElementPages::Private::updateHeader()
 void ElementPages::Private::updateTaskState()
 {
     const TaskObserver *observer = TaskObserver::instance();
-    const auto isBusyWith = [observer](const Element *element) { return element && observer->isBusyWith(element); };
-    const auto isBusy = [&isBusyWith](const Shown &each) { return isBusyWith(each.page.element.data()); };
-    busyBar->setVisible(isBusyWith(current.element()) || std::any_of(shown.cbegin(), shown.cend(), isBusy));
-    messageArea->setText(messages.text(frontElement()));
+    const std::vector<Element *> shown = editors.elements();
+    busyBar->setVisible(observer->isBusyWith(current.element()) ||
+                        std::any_of(shown.begin(), shown.end(),
+                                    [observer](const Element *each) { return observer->isBusyWith(each); }));
+    const bool isNote = !messages.hasFailure(frontElement()) && editors.refusal().isEmpty();
+    messageArea->setText(messageText(), isNote ? MessageArea::Kind::Note : MessageArea::Kind::Warning);
+}
+
+QString ElementPages::Private::messageText() const
+{
+    const Element *front = frontElement();
+    QStringList texts = {messages.text(front), editors.refusal()};
+    const auto isFront = [front](const ElementWidget *editor) { return editor->element() == front; };
+    const std::vector<ViewEditElementWidget *> edited = editors.edited();
+    if (messages.hasFailedUpdate(front) && std::any_of(edited.begin(), edited.end(), isFront))
+        texts += ElementPages::tr("What was typed is still here and can be applied again. The computer may differ from "
+                                  "it by now: Revert shows what the computer has.");
+    if (leaving && leaving->next)
+        texts +=
+            ElementPages::tr("The changes are being applied. \"%1\" is shown after that.").arg(leaving->next->title());
+    texts.removeAll(QString());
+    return texts.join(QLatin1Char('\n'));
 }
 
 Element *ElementPages::Private::frontElement() const
 {
-    const ElementWidget *front = body->frontEditor();
-    for (const Shown &each : shown)
-        if (front && each.page.editor == front)
-            return each.page.element.data();
-    return current.element();
-}
-
-std::vector<ElementWidget *> ElementPages::Private::changedEditors() const
-{
-    std::vector<ElementWidget *> changed;
-    for (const Shown &each : shown)
-        if (hasChanges(each.page.editor))
-            changed.push_back(each.page.editor);
-    return changed;
-}
-
-ChangesAnswer ElementPages::Private::ask()
-{
-    isAsking = true;
-    current.setHeld(true);
-    const ChangesAnswer answer = askAboutChanges(q, current.element()->title());
-    isAsking = false;
-    current.setHeld(false);
-    Q_EMIT q->answered(answer == ChangesAnswer::Stay);
-    return answer;
-}
-
-bool ElementPages::Private::applyAll()
-{
-    for (ElementWidget *editor : changedEditors()) {
-        const QPointer<ElementWidget> alive(editor);
-        qobject_cast<ViewEditElementWidget *>(editor)->applyContentChanges();
-        if (alive && hasChanges(alive)) { // refused: the administrator has something to correct
-            body->bringToFront(alive);
-            return false;
-        }
-    }
-    return true;
-}
-
-void ElementPages::Private::loseCurrent()
-{
-    hasLostChanges = std::any_of(shown.cbegin(), shown.cend(), [](const Shown &each) {
-        const auto *form = qobject_cast<const ViewEditElementWidget *>(each.page.editor);
-        return form && form->isContentChanged() && !form->isBlocked();
-    });
-    update();
-}
-
-void ElementPages::Private::findAgain(Element *again)
-{
-    if (again && hasLostChanges)
-        messages.add(again, false,
-                     ElementPages::tr("This was read again while it was being edited. What had been typed is lost."));
-    hasLostChanges = false;
-    if (!again && !current.element())
-        Q_EMIT q->currentElementChanged(nullptr);
-    else
-        q->setCurrentElement(again);
+    return body->frontEditor() ? editors.frontElement() : current.element();
 }
 
 ElementPages::ElementPages(QWidget *parent)
@@ -258,34 +138,27 @@ ElementPages::ElementPages(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     connect(d->messageArea, &MessageArea::dismissed, this, [this] {
-        for (const Private::Shown &each : d->shown)
-            d->messages.forget(each.page.element.data());
+        for (const Element *shown : d->editors.elements())
+            d->messages.forget(shown);
         d->messages.forget(d->current.element());
+        d->editors.clearRefusals();
         d->updateTaskState();
     });
     connect(d->body, &PageBody::frontEditorChanged, this, [this] {
-        d->readFrontEditor();
+        d->editors.read();
         d->updateHeader();
         d->updateTaskState();
         Q_EMIT actionsChanged();
     });
     const TaskObserver *observer = TaskObserver::instance();
     connect(observer, &TaskObserver::taskQueued, this, [this] { d->updateTaskState(); });
-    connect(observer, &TaskObserver::taskFinished, this, [this](const TaskReport &task) {
-        d->messages.note(task);
-        d->updateTaskState();
-        d->updateTimer.start();
-        d->current.lookAgain();
-    });
+    connect(observer, &TaskObserver::taskFinished, this, [this](const TaskReport &task) { d->noteEnd(task); });
     d->update();
 }
 
 ElementPages::~ElementPages()
 {
     disconnect(d->body, nullptr, this, nullptr);
-    for (const Private::Shown &each : d->shown)
-        if (each.page.editor)
-            disconnect(each.page.editor, nullptr, this, nullptr);
 }
 
 Element *ElementPages::currentElement() const
@@ -300,30 +173,20 @@ ElementWidget *ElementPages::currentEditor() const
 
 std::vector<ElementWidget *> ElementPages::editors() const
 {
-    std::vector<ElementWidget *> editors;
-    for (const Private::Shown &each : d->shown)
-        if (each.page.editor)
-            editors.push_back(each.page.editor);
-    return editors;
+    return d->editors.all();
 }
 
 bool ElementPages::setCurrentElement(Element *element)
 {
-    if (element == d->current.element())
+    if (element == d->current.element()) {
+        d->leaving.reset();
+        d->updateTaskState();
         return true;
+    }
     if (d->isAsking)
         return false;
-    const NodePointer<Element> next(element);
-    if (!d->changedEditors().empty()) {
-        const ChangesAnswer answer = d->ask();
-        if (answer == ChangesAnswer::Stay || (answer == ChangesAnswer::Apply && !d->applyAll()))
-            return false;
-        // What was typed must not be there when the editor is next seen.
-        for (ElementWidget *editor : d->changedEditors())
-            editor->setElement(nullptr);
-        if (element && !next)
-            return false; // it went while the question stood
-    }
+    if (!d->editors.edited().empty())
+        return d->leaveFor(element);
     d->show(element);
     return true;
 }
@@ -332,7 +195,7 @@ bool ElementPages::mayLeave()
 {
     if (d->isAsking)
         return false;
-    if (d->changedEditors().empty())
+    if (d->unappliedEditors().empty())
         return true;
     const ChangesAnswer answer = d->ask();
     if (answer == ChangesAnswer::Discard)
@@ -347,7 +210,9 @@ bool ElementPages::isAsking() const
 
 bool ElementPages::canApply() const
 {
-    return !d->changedEditors().empty();
+    const std::vector<ViewEditElementWidget *> edited = d->unappliedEditors();
+    return std::any_of(edited.begin(), edited.end(),
+                       [](const ViewEditElementWidget *editor) { return editor->isEditable(); });
 }
 
 bool ElementPages::canRefresh() const
@@ -358,14 +223,16 @@ bool ElementPages::canRefresh() const
 
 void ElementPages::apply()
 {
-    d->applyAll();
+    if (canApply() && !d->isAsking)
+        d->applyAll();
 }
 
 void ElementPages::revert()
 {
-    for (ElementWidget *editor : d->changedEditors()) {
+    d->leaving.reset();
+    for (ViewEditElementWidget *editor : d->unappliedEditors()) {
         d->messages.forget(editor->element());
-        qobject_cast<ViewEditElementWidget *>(editor)->reset();
+        editor->reset();
     }
     d->updateTaskState();
 }
@@ -374,17 +241,21 @@ void ElementPages::refresh()
 {
     if (!canRefresh() || d->isAsking)
         return;
-    if (!d->changedEditors().empty()) {
+    if (!d->unappliedEditors().empty()) {
+        const QPointer<ElementPages> alive(this);
+        const bool isFrontEdited = currentEditor() && currentEditor()->isContentChanged();
         const ChangesAnswer answer = d->ask();
-        if (answer == ChangesAnswer::Apply)
-            d->applyAll(); // what was written is read again by itself
-        if (answer != ChangesAnswer::Discard)
+        if (answer == ChangesAnswer::Stay || (answer == ChangesAnswer::Apply && !d->applyAll()) || !alive)
             return;
-        for (ElementWidget *editor : d->changedEditors())
-            editor->setUnchanged();
+        if (answer == ChangesAnswer::Discard)
+            revert();
+        // What is reverted or written is read again by itself.
+        if (answer == ChangesAnswer::Discard ? isFrontEdited : TaskObserver::instance()->isWriting(d->frontElement()))
+            return;
     }
     Element *front = d->frontElement();
     d->messages.forget(front);
+    d->editors.clearRefusals();
     d->updateTaskState();
     if (ElementWidget *editor = currentEditor()) {
         editor->refresh();

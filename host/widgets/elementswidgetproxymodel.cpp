@@ -11,6 +11,20 @@ namespace
 {
 /// More stretches than this in one change are one change of the layout.
 constexpr size_t maximumRuns = 16;
+
+/// A line for each word; a short one stays behind the word before it.
+QString inLines(const QString &header)
+{
+    constexpr int longestJoined = 2;
+    QString lines;
+    const QStringList words = header.split(QLatin1Char(' '));
+    for (const QString &word : words) {
+        if (!lines.isEmpty())
+            lines += word.size() <= longestJoined ? QLatin1Char(' ') : QLatin1Char('\n');
+        lines += word;
+    }
+    return lines;
+}
 } // namespace
 
 ElementsWidgetProxyModel::Private::Private(ElementsWidgetProxyModel *model)
@@ -53,14 +67,20 @@ ProxyMapping *ElementsWidgetProxyModel::Private::mapping(const QModelIndex &sour
     return below.emplace(sourceParent, std::move(made)).first->second.get();
 }
 
+void ElementsWidgetProxyModel::Private::prepareAndUse(ProxyMapping &mapping)
+{
+    while (prepare(mapping, mapping.sourceRowCount())) {
+    }
+    mapping.use(sortColumn, sortOrder);
+}
+
 void ElementsWidgetProxyModel::Private::bring(ProxyMapping &mapping)
 {
-    mapping.sortBy(sortColumn, keyMaker);
-    mapping.filterBy(filter);
+    prepareAndUse(mapping);
     if (removal.count > 0 && removalParent == mapping.sourceParent())
         for (int row = removal.first; row < removal.first + removal.count; ++row)
             mapping.setAccepted(row, false);
-    mapping.show(mapping.wantedRows(sortOrder));
+    mapping.show(mapping.wantedRows());
 }
 
 QModelIndex ElementsWidgetProxyModel::Private::parentIndex(const ProxyMapping &mapping) const
@@ -116,21 +136,42 @@ void ElementsWidgetProxyModel::Private::changeLayout(const Change &change)
     Q_EMIT q->layoutChanged();
 }
 
+std::vector<ProxyMapping *> ElementsWidgetProxyModel::Private::mappings() const
+{
+    std::vector<ProxyMapping *> all;
+    if (top)
+        all.push_back(top.get());
+    for (const auto &each : below)
+        all.push_back(each.second.get());
+    return all;
+}
+
+/// False when everything is prepared.
+bool ElementsWidgetProxyModel::Private::prepareSlice()
+{
+    for (ProxyMapping *mapping : mappings()) {
+        while (prepare(*mapping, rowsPerSlice)) {
+            if (mapping->sourceRowCount() > rowsPerSlice)
+                return true;
+        }
+    }
+    return false;
+}
+
 void ElementsWidgetProxyModel::Private::updateAll()
 {
-    std::vector<std::pair<ProxyMapping *, Rows>> changed;
-    const auto look = [this, &changed](ProxyMapping &mapping) {
-        mapping.sortBy(sortColumn, keyMaker);
-        mapping.filterBy(filter);
-        Rows wanted = mapping.wantedRows(sortOrder);
-        if (wanted != mapping.shownRows())
-            changed.emplace_back(&mapping, std::move(wanted));
-    };
+    if (prepareSlice()) {
+        updateTimer.start();
+        return;
+    }
     updateTimer.stop();
-    if (top)
-        look(*top);
-    for (const auto &each : below)
-        look(*each.second);
+    std::vector<std::pair<ProxyMapping *, Rows>> changed;
+    for (ProxyMapping *mapping : mappings()) {
+        mapping->use(sortColumn, sortOrder);
+        Rows wanted = mapping->wantedRows();
+        if (wanted != mapping->shownRows())
+            changed.emplace_back(mapping, std::move(wanted));
+    }
     if (changed.empty())
         return;
     changeLayout([&changed] {
@@ -141,16 +182,14 @@ void ElementsWidgetProxyModel::Private::updateAll()
 
 void ElementsWidgetProxyModel::Private::forgetAccepted()
 {
-    if (top)
-        top->forgetAccepted();
-    for (const auto &each : below)
-        each.second->forgetAccepted();
+    for (ProxyMapping *mapping : mappings())
+        mapping->forgetAccepted();
 }
 
 /// Shows the rows that are accepted and not shown yet.
 void ElementsWidgetProxyModel::Private::showMore(ProxyMapping &mapping)
 {
-    Rows wanted = mapping.wantedRows(sortOrder);
+    Rows wanted = mapping.wantedRows();
     const std::vector<RowRun> runs = mapping.runsToInsert(wanted);
     if (runs.size() > maximumRuns) {
         changeLayout([&] { mapping.show(std::move(wanted)); });
@@ -168,7 +207,7 @@ void ElementsWidgetProxyModel::Private::showLess(ProxyMapping &mapping)
 {
     const std::vector<RowRun> runs = mapping.runsToRemove();
     if (runs.size() > maximumRuns) {
-        changeLayout([&] { mapping.show(mapping.wantedRows(sortOrder)); });
+        changeLayout([&] { mapping.show(mapping.wantedRows()); });
         return;
     }
     for (const RowRun &run : runs) {
@@ -189,10 +228,11 @@ void ElementsWidgetProxyModel::Private::revisit(const QModelIndex &sourceRow)
     ProxyMapping *present = known(sourceRow.parent());
     if (!present)
         return;
+    const bool wasAccepted = present->isAccepted(sourceRow.row());
     const bool accepted = present->accepts(sourceRow.row(), filter);
-    if (accepted == present->isAccepted(sourceRow.row()))
-        return;
     present->setAccepted(sourceRow.row(), accepted);
+    if (accepted == wasAccepted)
+        return;
     if (accepted)
         showMore(*present);
     else
@@ -218,6 +258,18 @@ void ElementsWidgetProxyModel::setFilterText(const QString &text)
 QString ElementsWidgetProxyModel::filterText() const
 {
     return d->filter.text();
+}
+
+void ElementsWidgetProxyModel::workInSlices(int rows)
+{
+    d->rowsPerSlice = rows;
+}
+
+void ElementsWidgetProxyModel::setHeadersInLines(bool inLines)
+{
+    d->headersInLines = inLines;
+    if (columnCount() > 0)
+        Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
 void ElementsWidgetProxyModel::setSourceModel(QAbstractItemModel *model)
@@ -254,9 +306,12 @@ QModelIndex ElementsWidgetProxyModel::mapFromSource(const QModelIndex &index) co
 
 QModelIndex ElementsWidgetProxyModel::index(int row, int column, const QModelIndex &parent) const
 {
-    if (row < 0 || column < 0 || column >= columnCount(parent) || row >= rowCount(parent))
+    if (row < 0 || column < 0 || parent.column() > 0)
         return {};
-    return createIndex(row, column, d->mapping(mapToSource(parent)));
+    ProxyMapping *mapping = d->mapping(mapToSource(parent));
+    if (!mapping || row >= mapping->shownCount() || column >= columnCount(parent))
+        return {};
+    return createIndex(row, column, mapping);
 }
 
 QModelIndex ElementsWidgetProxyModel::parent(const QModelIndex &child) const
@@ -281,16 +336,31 @@ int ElementsWidgetProxyModel::columnCount(const QModelIndex &parent) const
 bool ElementsWidgetProxyModel::hasChildren(const QModelIndex &parent) const
 {
     const QModelIndex source = mapToSource(parent);
-    if (!sourceModel() || parent.column() > 0 || !sourceModel()->hasChildren(source))
+    if (!sourceModel() || parent.column() > 0)
+        return false;
+    if (!parent.isValid())
+        d->mapping(source); // who was told that there are no rows is told of those that come
+    if (!sourceModel()->hasChildren(source))
         return false;
     return sourceModel()->canFetchMore(source) || rowCount(parent) > 0;
+}
+
+Qt::ItemFlags ElementsWidgetProxyModel::flags(const QModelIndex &index) const
+{
+    // Those of a tree of nodes are alike for all rows, of which a view asks each.
+    if (d->filter.isOnNodes() && index.isValid())
+        return Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    return QAbstractProxyModel::flags(index);
 }
 
 QVariant ElementsWidgetProxyModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     // The columns are the source's, also while no row is shown to look one up by.
-    if (orientation == Qt::Horizontal && sourceModel())
-        return sourceModel()->headerData(section, orientation, role);
+    if (orientation == Qt::Horizontal && sourceModel()) {
+        const QVariant header = sourceModel()->headerData(section, orientation, role);
+        const bool isBroken = d->headersInLines && role == Qt::DisplayRole && header.isValid();
+        return isBroken ? inLines(header.toString()) : header;
+    }
     return QAbstractProxyModel::headerData(section, orientation, role);
 }
 

@@ -29,7 +29,14 @@ public:
 
     /// A row matches when one of its cells contains the text, in whatever case. An empty text matches all.
     void setFilterText(const QString &text);
+    /// What was set, also while the rows are still shown as before.
     QString filterText() const;
+
+    /// Sorts and filters more rows than that in slices, a turn of the event loop for each, and shows the new order or
+    /// the new filter when all are done; until then it shows the rows as before. Without it everything is done at once.
+    void workInSlices(int rows = 4096);
+    /// Breaks headers between their words, which makes room for many columns.
+    void setHeadersInLines(bool inLines);
 
     void setSourceModel(QAbstractItemModel *model) override;
     QModelIndex mapToSource(const QModelIndex &index) const override;
@@ -39,6 +46,7 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     bool hasChildren(const QModelIndex &parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     /// Column -1 is the source's own order.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;

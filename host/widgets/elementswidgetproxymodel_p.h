@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QTimer>
 
+#include <limits>
 #include <unordered_map>
 
 class ElementsWidgetProxyModel::Private
@@ -27,12 +28,16 @@ public:
     ProxyMapping *mapping(const QModelIndex &sourceParent);
     QModelIndex parentIndex(const ProxyMapping &mapping) const;
     bool isVisible(const ProxyMapping *mapping) const;
+    bool prepare(ProxyMapping &mapping, int rows) { return mapping.prepare(sortColumn, keyMaker, filter, rows); }
+    void prepareAndUse(ProxyMapping &mapping);
     void bring(ProxyMapping &mapping);
     void clear();
     void dropInvisible();
 
     template<typename Change>
     void changeLayout(const Change &change);
+    std::vector<ProxyMapping *> mappings() const;
+    bool prepareSlice();
     void updateAll();
     void forgetAccepted();
     void showMore(ProxyMapping &mapping);
@@ -51,7 +56,9 @@ public:
     std::unordered_map<QPersistentModelIndex, std::unique_ptr<ProxyMapping>, HashIndex> below;
     SortKeyMaker keyMaker;
     RowFilter filter;
-    int sortColumn = -1;
+    int rowsPerSlice = std::numeric_limits<int>::max();
+    bool headersInLines = false;
+    int sortColumn = -1; // asked for, as are the next and the filter: shown as soon as they are prepared
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
     QTimer updateTimer;
     std::vector<QMetaObject::Connection> connections;

@@ -41,8 +41,7 @@ void ElementsWidgetProxyModel::Private::sourceRowsInserted(const QModelIndex &pa
         if (shownParent.isValid()) {
             auto made = std::make_unique<ProxyMapping>(*q->sourceModel(), parent,
                                                        static_cast<ProxyMapping *>(shownParent.internalPointer()));
-            made->sortBy(sortColumn, keyMaker);
-            made->filterBy(filter);
+            prepareAndUse(*made);
             present = below.emplace(parent, std::move(made)).first->second.get();
             showMore(*present);
         }

@@ -3,6 +3,8 @@
 
 #include "elementtreeview.h"
 
+#include "isolatingdelegate.h"
+
 #include <element.h>
 #include <treenodemodel.h>
 
@@ -18,6 +20,7 @@ ElementTreeView::ElementTreeView(QWidget *parent)
     setAllColumnsShowFocus(true);
     setEditTriggers(NoEditTriggers);
     setContextMenuPolicy(Qt::CustomContextMenu);
+    setItemDelegate(new IsolatingDelegate(this));
 }
 
 TreeNode *ElementTreeView::node(const QModelIndex &index) const

@@ -103,6 +103,12 @@ void ElementWidget::setElement(Element *element)
     Q_EMIT elementContextOperationChanged(this);
 }
 
+void ElementWidget::followTo(Element *element)
+{
+    d->element = element;
+    Q_EMIT elementContextOperationChanged(this);
+}
+
 void ElementWidget::read() {}
 
 void ElementWidget::refresh()

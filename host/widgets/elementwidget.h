@@ -35,6 +35,7 @@ public:
     Element *element() const override;
     QObject *object() override;
     void connectToModule(Module *module) override;
+    bool isContentChanged() const override;
     void afterSuccessfulRead(Element *element, ElementData *record) override;
     void afterSuccessfulUpdate() override;
     void setUnchanged() override;
@@ -48,14 +49,15 @@ public:
 
     /// Shows another element, or none. Does not read it.
     virtual void setElement(Element *element);
+    /// The shown element was replaced by this one, of the same type and title: goes on with that, and with what was
+    /// typed.
+    virtual void followTo(Element *element);
     /// Makes the shown element's content be there: called by the host when the editor is to show its element, and by
     /// refresh(). What that takes is the editor's to decide.
     virtual void read();
     /// Reads whatever was read before: marks the content of a container stale, then read().
     virtual void refresh();
 
-    /// Whether the content was edited since it was last read or applied.
-    bool isContentChanged() const;
     /// Whether the process has the rights that this editor's operations need.
     bool isAccessible() const;
 

@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QSettings>
+#include <QStyle>
 #include <QTreeView>
 
 #include <algorithm>
@@ -14,10 +15,12 @@ namespace
 {
 constexpr int widestColumn = 36; // in characters: a name of 32 with its icon
 
+/// How many rows a column's width is found by: as many of the first ones, and as many all over the list.
+constexpr int rowsLookedAt = 100;
+
 /// The view by itself looks at the first rows only: the names of a long list tend to get longer.
 int widthOfContents(const QTreeView &view, int column)
 {
-    constexpr int rowsLookedAt = 100;
     const QAbstractItemView &asPublic = view;
     int width = asPublic.sizeHintForColumn(column);
     const int last = view.model()->rowCount() - 1;
@@ -28,6 +31,14 @@ int widthOfContents(const QTreeView &view, int column)
     }
     return width;
 }
+
+/// What the words of the header need, without the arrow of the sorted column.
+int widthOfHeader(const QHeaderView &header, int column)
+{
+    const QString words = header.model()->headerData(column, Qt::Horizontal).toString();
+    const int margin = header.style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, &header);
+    return header.fontMetrics().size(0, words).width() + 2 * margin;
+}
 } // namespace
 
 ListColumns::ListColumns(QTreeView *view, const QString &listName)
@@ -37,6 +48,12 @@ ListColumns::ListColumns(QTreeView *view, const QString &listName)
     // The order of the rows' source, until a column is clicked.
     view->header()->setSortIndicator(-1, Qt::AscendingOrder);
     view->setSortingEnabled(true);
+    view->header()->setResizeContentsPrecision(rowsLookedAt);
+    QObject::connect(view->header(), &QHeaderView::sortIndicatorChanged, &_fitTimer, [view](int column) {
+        QHeaderView *header = view->header();
+        if (column >= 0 && column < header->count() && !header->isSectionHidden(column))
+            header->resizeSection(column, std::max(header->sectionSize(column), header->sectionSizeHint(column)));
+    });
     // Not at once: who fills a list may complete its rows when they stand in it.
     _fitTimer.setSingleShot(true);
     _fitTimer.setInterval(0);
@@ -83,11 +100,9 @@ void ListColumns::fit()
     _isFitted = _view->model()->rowCount() > 0;
     QHeaderView *header = _view->header();
     const int character = _view->fontMetrics().averageCharWidth();
-    // The last one takes the room that the others leave.
-    const int last = header->count() - 1;
-    for (int column = 0; column < last; ++column) {
-        const int needed = std::max(widthOfContents(*_view, column), header->sectionSizeHint(column));
-        header->resizeSection(column, std::min(needed + 2 * character, widestColumn * character));
+    const int last = header->count() - 1; // which takes the room that the others leave
+    for (int column = 0; column <= last; ++column) {
+        const int needed = std::max(widthOfContents(*_view, column) + character / 2, widthOfHeader(*header, column));
+        header->resizeSection(column, std::min(needed, widestColumn * character));
     }
-    header->resizeSection(last, header->sectionSizeHint(last));
 }

@@ -3,6 +3,9 @@
 
 #include "messagearea.h"
 
+#include "isolatingdelegate.h"
+
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -27,16 +30,14 @@ QColor mixed(const QColor &base, const QColor &tint, qreal share)
 
 MessageArea::MessageArea(QWidget *parent)
     : QFrame(parent)
+    , _iconLabel(new QLabel(this))
     , _scrollArea(new QScrollArea(this))
     , _textLabel(new QLabel)
 {
     setAutoFillBackground(true);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
-    auto *iconLabel = new QLabel(this);
-    const int extent = style()->pixelMetric(QStyle::PM_ButtonIconSize) * 3 / 2;
-    iconLabel->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(extent, extent));
-
+    _iconLabel->setTextFormat(Qt::PlainText);
     _textLabel->setObjectName(QStringLiteral("pageMessage"));
     _textLabel->setTextFormat(Qt::PlainText);
     _textLabel->setWordWrap(true);
@@ -59,26 +60,38 @@ MessageArea::MessageArea(QWidget *parent)
     connect(closeButton, &QToolButton::clicked, this, &MessageArea::dismissed);
 
     auto *row = new QHBoxLayout(this);
-    row->addWidget(iconLabel, 0, Qt::AlignTop);
+    row->addWidget(_iconLabel, 0, Qt::AlignTop);
     row->addWidget(_scrollArea, 1, Qt::AlignVCenter);
     row->addWidget(closeButton, 0, Qt::AlignTop);
-    applyColors();
+    applyKind();
     hide();
 }
 
 QString MessageArea::text() const
 {
-    return _textLabel->text();
+    return _text;
 }
 
-void MessageArea::setText(const QString &text)
+void MessageArea::setText(const QString &text, Kind kind)
 {
     setVisible(!text.isEmpty());
-    if (text == _textLabel->text())
+    _kind = kind;
+    applyKind();
+    if (text == _text)
         return;
-    _textLabel->setText(text);
+    _text = text;
+    showText();
     _scrollArea->verticalScrollBar()->setValue(0);
     fitHeight();
+}
+
+void MessageArea::showText()
+{
+    QStringList lines;
+    const QStringList texts = _text.split(QLatin1Char('\n'));
+    for (const QString &line : texts)
+        lines += IsolatingDelegate::isolated(line, layoutDirection());
+    _textLabel->setText(lines.join(QLatin1Char('\n')));
 }
 
 void MessageArea::resizeEvent(QResizeEvent *event)
@@ -90,8 +103,8 @@ void MessageArea::resizeEvent(QResizeEvent *event)
 void MessageArea::changeEvent(QEvent *event)
 {
     QFrame::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange)
-        applyColors();
+    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange)
+        applyKind();
     else if (event->type() == QEvent::FontChange)
         fitHeight();
 }
@@ -104,9 +117,18 @@ void MessageArea::fitHeight()
     _scrollArea->setFixedHeight(std::min(wanted, maximumLines * _textLabel->fontMetrics().lineSpacing()));
 }
 
-void MessageArea::applyColors()
+void MessageArea::applyKind()
 {
+    const bool isNote = _kind == Kind::Note;
+    const int extent = style()->pixelMetric(QStyle::PM_ButtonIconSize) * 3 / 2;
+    const QIcon icon = style()->standardIcon(isNote ? QStyle::SP_MessageBoxInformation : QStyle::SP_MessageBoxWarning);
+    _iconLabel->setPixmap(icon.pixmap(extent, extent));
+    const QColor tint = isNote ? QColor(0x3d, 0xae, 0xe9) : QColor(0xda, 0x44, 0x53);
+    const QPalette around = parentWidget() ? parentWidget()->palette() : QApplication::palette();
+    const QColor tinted = mixed(around.color(QPalette::Window), tint, 0.18);
+    if (palette().color(QPalette::Window) == tinted)
+        return; // also what our own setPalette() brings about
     QPalette colors;
-    colors.setColor(QPalette::Window, mixed(colors.color(QPalette::Window), QColor(0xda, 0x44, 0x53), 0.18));
+    colors.setColor(QPalette::Window, tinted);
     setPalette(colors);
 }

@@ -8,7 +8,7 @@
 class QLabel;
 class QScrollArea;
 
-/// What went wrong, above the page it concerns: selectable, and scrolled when it is very long.
+/// What went wrong, or what is worth a note, above the page it concerns: selectable, and scrolled when it is very long.
 class MessageArea : public QFrame
 {
     Q_OBJECT
@@ -16,9 +16,17 @@ class MessageArea : public QFrame
 public:
     explicit MessageArea(QWidget *parent = nullptr);
 
+    /// How a text looks: its colour and its icon.
+    enum class Kind
+    {
+        Warning,
+        Note, ///< nothing is wrong
+    };
+
     QString text() const;
+    Kind kind() const { return _kind; }
     /// An empty text hides the area.
-    void setText(const QString &text);
+    void setText(const QString &text, Kind kind);
 
 Q_SIGNALS:
     /// The administrator has read the message and wants it gone.
@@ -29,9 +37,13 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void showText();
     void fitHeight();
-    void applyColors();
+    void applyKind();
 
+    QLabel *_iconLabel;
     QScrollArea *_scrollArea;
     QLabel *_textLabel;
+    QString _text;
+    Kind _kind = Kind::Warning;
 };

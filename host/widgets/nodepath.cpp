@@ -7,19 +7,10 @@
 
 #include <algorithm>
 
-namespace
-{
-QString titleOf(const TreeNode *node)
-{
-    const auto *element = dynamic_cast<const Element *>(node);
-    return element ? element->title() : QString();
-}
-} // namespace
-
 NodePath::NodePath(Element *element)
 {
     for (TreeNode *node = element; node; node = node->parentNode())
-        _steps.push_back({NodePointer<TreeNode>(node), node->id(), titleOf(node)});
+        _steps.push_back({NodePointer<TreeNode>(node), node->id(), node->key()});
     std::reverse(_steps.begin(), _steps.end());
 }
 
@@ -47,7 +38,7 @@ Element *NodePath::descend(bool nearest) const
     for (; node && step != _steps.end(); ++step) {
         const QVector<TreeNode *> &children = node->childNodes();
         const auto child = std::find_if(children.begin(), children.end(), [&step](const TreeNode *each) {
-            return each->id() == step->type && titleOf(each) == step->title;
+            return each->id() == step->type && each->key() == step->title;
         });
         if (child == children.end())
             break;

@@ -37,6 +37,7 @@ PageBody::PageBody(QWidget *parent)
     connect(_tabs, &QTabWidget::currentChanged, this, &PageBody::frontEditorChanged);
 
     _emptyLabel->setObjectName(QStringLiteral("pageEmptyText"));
+    _emptyLabel->setTextFormat(Qt::PlainText);
     _emptyLabel->setAlignment(Qt::AlignCenter);
     _emptyLabel->setWordWrap(true);
     _emptyLabel->setMargin(2 * _emptyLabel->fontMetrics().lineSpacing());
@@ -55,6 +56,8 @@ PageBody::~PageBody()
 void PageBody::setEditors(const std::vector<PageEditor> &editors, const QString &emptyText)
 {
     const ElementWidget *before = frontEditor();
+    const QWidget *focused = window()->focusWidget();
+    const bool hasFocusWithin = focused && isAncestorOf(focused);
     {
         const QSignalBlocker oneChange(_tabs);
         for (int tab = _tabs->count() - 1; tab >= 0; --tab) {
@@ -91,6 +94,9 @@ void PageBody::setEditors(const std::vector<PageEditor> &editors, const QString 
     }
     _emptyLabel->setText(emptyText);
     setCurrentWidget(_tabs->count() > 0 ? static_cast<QWidget *>(_tabs) : _emptyLabel);
+    focused = window()->focusWidget();
+    if (hasFocusWithin && !(focused && isAncestorOf(focused))) // it goes with the page
+        (frontEditor() ? static_cast<QWidget *>(frontEditor()) : this)->setFocus();
     if (frontEditor() != before)
         Q_EMIT frontEditorChanged();
 }

@@ -3,7 +3,7 @@
 
 #include "pageeditor.h"
 
-#include "vieweditelementwidget.h"
+#include "elementwidget.h"
 
 #include <QCoreApplication>
 
@@ -37,10 +37,4 @@ QString emptyPageText(const Element *element)
         return QCoreApplication::translate("ElementPages", "There is nothing to set here.");
     return QCoreApplication::translate(
         "ElementPages", "There is nothing to set here.\nChoose one of the entries below it in the tree.");
-}
-
-bool hasChanges(const ElementWidget *editor)
-{
-    const auto *form = qobject_cast<const ViewEditElementWidget *>(editor);
-    return form && form->isContentChanged() && form->isEditable();
 }

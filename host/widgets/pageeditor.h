@@ -26,6 +26,3 @@ std::vector<PageEditor> pageEditorsOf(Element *element);
 
 /// What a page without editors says; `element` is null where none is current.
 QString emptyPageText(const Element *element);
-
-/// Whether the editor holds edits that can be applied: those of a blocked page are on their way already, or lost.
-bool hasChanges(const ElementWidget *editor);

@@ -20,6 +20,7 @@ PageHeader::PageHeader(QWidget *parent)
     , _captionLabel(new ElidedLabel(this))
 {
     _iconLabel->setObjectName(QStringLiteral("pageIcon"));
+    _iconLabel->setTextFormat(Qt::PlainText);
     const int extent = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
     _iconLabel->setFixedSize(extent, extent); // also for an icon that has no picture that large
     _iconLabel->setAlignment(Qt::AlignCenter);

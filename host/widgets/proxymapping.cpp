@@ -37,7 +37,7 @@ ProxyMapping::ProxyMapping(const QAbstractItemModel &source, const QModelIndex &
     , _accepted(_proxyRows.size(), 1)
 {}
 
-std::vector<int> ProxyMapping::wantedRows(Qt::SortOrder order) const
+std::vector<int> ProxyMapping::wantedRows() const
 {
     std::vector<int> wanted;
     wanted.reserve(_accepted.size());
@@ -50,7 +50,7 @@ std::vector<int> ProxyMapping::wantedRows(Qt::SortOrder order) const
             addAccepted(row);
         return wanted;
     }
-    if (order == Qt::AscendingOrder) {
+    if (_sortOrder == Qt::AscendingOrder) {
         std::for_each(_ascending.begin(), _ascending.end(), addAccepted);
         return wanted;
     }
@@ -121,39 +121,65 @@ std::vector<RowRun> ProxyMapping::runsToRemove() const
     return runs;
 }
 
-void ProxyMapping::sortBy(int column, const SortKeyMaker &maker)
+bool ProxyMapping::prepare(int column, const SortKeyMaker &maker, const RowFilter &filter, int rows)
 {
-    if (_isSorted && column == _sortColumn)
-        return;
-    _sortColumn = column;
-    _isSorted = true;
-    _keys.clear();
-    _ascending.clear();
-    if (column < 0)
-        return;
-    _keys.reserve(_proxyRows.size());
-    for (int row = 0; row < sourceRowCount(); ++row)
-        _keys.push_back(keyAt(row, maker));
-    _ascending.resize(_proxyRows.size());
-    std::iota(_ascending.begin(), _ascending.end(), 0);
-    std::stable_sort(_ascending.begin(), _ascending.end(), [this](int left, int right) {
-        return compareKeys(_keys[size_t(left)], _keys[size_t(right)]) < 0;
-    });
+    return prepareOrder(column, maker, rows) || prepareFilter(filter, rows);
 }
 
-void ProxyMapping::filterBy(const RowFilter &filter)
+bool ProxyMapping::prepareOrder(int column, const SortKeyMaker &maker, int rows)
+{
+    if (column < 0 || (_isSorted && column == _sortColumn)) {
+        _next.sorter.reset();
+        return false;
+    }
+    if (!_next.sorter || _next.sorter->column() != column)
+        _next.sorter.emplace(column, sourceRowCount());
+    return _next.sorter->step(rows, [this, column, &maker](int row) { return keyAt(row, column, maker); });
+}
+
+bool ProxyMapping::prepareFilter(const RowFilter &filter, int rows)
 {
     if (_isFiltered)
-        return;
-    _isFiltered = true;
+        return false;
+    std::vector<char> &accepted = _next.accepted;
     if (!filter.hasText())
-        forgetTexts();
+        _texts.clear();
     if (!filter.hasText() && !filter.narrowsVariant(_sourceParent)) {
-        std::fill(_accepted.begin(), _accepted.end(), char(true));
-        return;
+        accepted.assign(_accepted.size(), char(true));
+        return false;
     }
-    for (int row = 0; row < sourceRowCount(); ++row)
-        setAccepted(row, accepts(row, filter));
+    const size_t end = std::min(accepted.size() + size_t(rows), _accepted.size());
+    if (accepted.size() == end)
+        return false;
+    while (accepted.size() < end)
+        accepted.push_back(accepts(int(accepted.size()), filter));
+    return true;
+}
+
+void ProxyMapping::use(int column, Qt::SortOrder order)
+{
+    if (_next.sorter) {
+        _keys = _next.sorter->takeKeys();
+        _ascending = _next.sorter->takeRows();
+    } else if (column < 0) {
+        _keys.clear();
+        _ascending.clear();
+    }
+    if (!_isFiltered)
+        _accepted.swap(_next.accepted);
+    _next = {};
+    _sortColumn = column;
+    _sortOrder = order;
+    _isSorted = true;
+    _isFiltered = true;
+}
+
+/// What was prepared for the row is out of date, too.
+void ProxyMapping::setAccepted(int sourceRow, bool accepted)
+{
+    _accepted[size_t(sourceRow)] = accepted;
+    if (size_t(sourceRow) < _next.accepted.size())
+        _next.accepted[size_t(sourceRow)] = accepted;
 }
 
 bool ProxyMapping::accepts(int sourceRow, const RowFilter &filter)
@@ -169,13 +195,21 @@ void ProxyMapping::forgetData(int firstRow, int lastRow, int firstColumn, int la
     if (firstColumn <= _sortColumn && _sortColumn <= lastColumn)
         _isSorted = false;
     _isFiltered = false;
+    _next = {};
     if (!_texts.empty())
         std::fill(at(_texts, firstRow), at(_texts, lastRow + 1), QString());
+}
+
+void ProxyMapping::forgetAccepted()
+{
+    _isFiltered = false;
+    _next.accepted.clear();
 }
 
 void ProxyMapping::sourceRowsInserted(int first, int last, const SortKeyMaker &maker, const RowFilter &filter)
 {
     const int count = last - first + 1;
+    _next = {};
     shiftRows(_shown, first, count);
     shiftRows(_ascending, first, count);
     _proxyRows.insert(at(_proxyRows, first), size_t(count), -1);
@@ -189,7 +223,7 @@ void ProxyMapping::sourceRowsInserted(int first, int last, const SortKeyMaker &m
     std::vector<SortKey> newKeys;
     newKeys.reserve(size_t(count));
     for (int row = first; row <= last; ++row)
-        newKeys.push_back(keyAt(row, maker));
+        newKeys.push_back(keyAt(row, _sortColumn, maker));
     _keys.insert(at(_keys, first), std::make_move_iterator(newKeys.begin()), std::make_move_iterator(newKeys.end()));
     // Equal rows stand in the order of the source, wherever in it the new ones are.
     const auto isBefore = [this](int left, int right) {
@@ -206,6 +240,7 @@ void ProxyMapping::sourceRowsInserted(int first, int last, const SortKeyMaker &m
 void ProxyMapping::sourceRowsRemoved(int first, int last)
 {
     const int count = last - first + 1;
+    _next = {};
     const auto isGone = [first, last](int row) { return row >= first && row <= last; };
     _ascending.erase(std::remove_if(_ascending.begin(), _ascending.end(), isGone), _ascending.end());
     shiftRows(_ascending, first, -count);
@@ -220,9 +255,9 @@ void ProxyMapping::sourceRowsRemoved(int first, int last)
     close(_texts);
 }
 
-SortKey ProxyMapping::keyAt(int sourceRow, const SortKeyMaker &maker) const
+SortKey ProxyMapping::keyAt(int sourceRow, int column, const SortKeyMaker &maker) const
 {
-    return maker.keyOf(_source.index(sourceRow, _sortColumn, _sourceParent).data(SortRole));
+    return maker.keyOf(_source.index(sourceRow, column, _sourceParent).data(SortRole));
 }
 
 const QString &ProxyMapping::textAt(int sourceRow, const RowFilter &filter)

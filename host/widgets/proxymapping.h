@@ -3,11 +3,12 @@
 
 #pragma once
 
-#include "sortkey.h"
+#include "rowsorter.h"
 
 #include <QPersistentModelIndex>
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 class QAbstractItemModel;
@@ -38,7 +39,7 @@ public:
     int proxyRow(int sourceRow) const { return _proxyRows[size_t(sourceRow)]; }
 
     /// The source rows to show, in order, by the data as it was when it was last looked at.
-    std::vector<int> wantedRows(Qt::SortOrder order) const;
+    std::vector<int> wantedRows() const;
     const std::vector<int> &shownRows() const { return _shown; }
     void show(std::vector<int> rows);
     void insertShown(const RowRun &run, const std::vector<int> &from);
@@ -48,17 +49,18 @@ public:
     /// The stretches of what is shown that are not accepted, last first.
     std::vector<RowRun> runsToRemove() const;
 
-    /// Looks at the source again as far as that is needed. Column -1 is the source's order.
-    void sortBy(int column, const SortKeyMaker &maker);
-    void filterBy(const RowFilter &filter);
+    /// Looks at the source again as far as that is needed for that order and that filter, at so many rows at most.
+    /// False when nothing is left to look at; until use() everything stays as it was before.
+    bool prepare(int column, const SortKeyMaker &maker, const RowFilter &filter, int rows);
+    /// Takes over what was prepared. Column -1 is the source's order.
+    void use(int column, Qt::SortOrder order);
     bool isAccepted(int sourceRow) const { return _accepted[size_t(sourceRow)]; }
-    void setAccepted(int sourceRow, bool accepted) { _accepted[size_t(sourceRow)] = accepted; }
+    void setAccepted(int sourceRow, bool accepted);
     bool accepts(int sourceRow, const RowFilter &filter);
 
     /// The source's data changed: texts, and keys where the sorted column is among the columns, are asked anew.
     void forgetData(int firstRow, int lastRow, int firstColumn, int lastColumn);
-    void forgetAccepted() { _isFiltered = false; }
-    void forgetTexts() { _texts.clear(); }
+    void forgetAccepted();
 
     /// The source's rows have changed. New ones are not shown yet, but are sorted and filtered.
     void sourceRowsInserted(int first, int last, const SortKeyMaker &maker, const RowFilter &filter);
@@ -66,7 +68,16 @@ public:
     void sourceRowsRemoved(int first, int last);
 
 private:
-    SortKey keyAt(int sourceRow, const SortKeyMaker &maker) const;
+    /// What is being prepared. Any change of the source's rows or data begins it anew.
+    struct Preparation
+    {
+        std::optional<RowSorter> sorter;
+        std::vector<char> accepted;
+    };
+
+    bool prepareOrder(int column, const SortKeyMaker &maker, int rows);
+    bool prepareFilter(const RowFilter &filter, int rows);
+    SortKey keyAt(int sourceRow, int column, const SortKeyMaker &maker) const;
     const QString &textAt(int sourceRow, const RowFilter &filter);
     void renumberFrom(int proxyRow);
 
@@ -80,7 +91,9 @@ private:
     std::vector<int> _ascending; // all source rows by their keys; none in the source's order
     std::vector<char> _accepted;
     std::vector<QString> _texts; // null where not asked yet; none without a filter text
+    Preparation _next;
     int _sortColumn = -1;
+    Qt::SortOrder _sortOrder = Qt::AscendingOrder;
     bool _isSorted = true;
     bool _isFiltered = false;
 };

@@ -13,6 +13,8 @@ class RowFilter
 {
 public:
     void setModel(const QAbstractItemModel *model);
+    /// Whether it is a model of nodes.
+    bool isOnNodes() const { return _nodes != nullptr; }
 
     QString text() const { return _matcher.pattern(); }
     bool hasText() const { return !text().isEmpty(); }

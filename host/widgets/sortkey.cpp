@@ -59,6 +59,9 @@ int compareSame(std::monostate /*left*/, std::monostate /*right*/)
 
 SortKeyMaker::SortKeyMaker()
 {
+    // The C locale knows no language, and so no numbers in texts; root often has it.
+    if (_collator.locale().language() == QLocale::C)
+        _collator.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
     _collator.setNumericMode(true);
 }
 

@@ -25,7 +25,8 @@ struct SortMoment
 /// cell.
 using SortKey = std::variant<SortNumber, SortMoment, QCollatorSortKey, std::monostate>;
 
-/// Turns the values of cells into keys, texts in the order of the user's language. Digits in texts count as numbers.
+/// Turns the values of cells into keys, texts in the order of the user's language (English in the C locale). Digits in
+/// texts count as numbers.
 class SortKeyMaker
 {
 public:

@@ -3,11 +3,13 @@
 
 #pragma once
 
+#include <kraglobal.h>
+
 #include <QObject>
 
-/// Keeps the wheel from changing values in passing: who scrolls a page does not mean the spin box, or the box with a
-/// choice, that comes under the pointer. Only the one with the focus turns.
-class WheelGuard : public QObject
+/// Keeps the wheel from changing values in passing: a spin box, or a box with a choice, turns only while it has the
+/// focus. Otherwise the wheel scrolls the page on which it stands.
+class KRA_EXPORT WheelGuard : public QObject
 {
     Q_OBJECT
 
