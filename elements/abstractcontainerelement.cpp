@@ -12,34 +12,8 @@ QString AbstractContainerElement::devicesKey()
 
 QString AbstractContainerElement::columnName(int column)
 {
-    switch (column) {
-    case AccountColumn::Name:
-        return tr("Name");
-    case AccountColumn::QuotaIsOn:
-        return tr("Quota is on");
-    case AccountColumn::UsedBlocks:
-        return tr("Used blocks");
-    case AccountColumn::SoftBlockLimit:
-        return tr("Soft block limit");
-    case AccountColumn::HardBlockLimit:
-        return tr("Hard block limit");
-    case AccountColumn::BlockGracePeriod:
-        return tr("Grace block period");
-    case AccountColumn::BlocksTimeToForce:
-        return tr("Blocks time to force");
-    case AccountColumn::UsedInodes:
-        return tr("Used inodes");
-    case AccountColumn::SoftInodeLimit:
-        return tr("Soft inode limit");
-    case AccountColumn::HardInodeLimit:
-        return tr("Hard inode limit");
-    case AccountColumn::InodeGracePeriod:
-        return tr("Grace inode period");
-    case AccountColumn::InodesTimeToForce:
-        return tr("Inodes time to force");
-    default:
-        return {};
-    }
+    const AccountColumn *named = AccountColumn::at(column);
+    return named ? tr(named->header) : QString();
 }
 
 int AbstractContainerElement::columnCount() const
@@ -49,10 +23,12 @@ int AbstractContainerElement::columnCount() const
 
 QVariant AbstractContainerElement::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && AccountColumn::isNumber(section))
+    const AccountColumn *column = orientation == Qt::Horizontal ? AccountColumn::at(section) : nullptr;
+    if (column && role == Qt::DisplayRole)
+        return columnName(section);
+    if (column && role == Qt::TextAlignmentRole && column->isNumber)
         return numberAlignment();
-    const QString name = orientation == Qt::Horizontal && role == Qt::DisplayRole ? columnName(section) : QString();
-    return name.isEmpty() ? ContainerElement::headerData(section, orientation, role) : name;
+    return ContainerElement::headerData(section, orientation, role);
 }
 
 QStringList AbstractContainerElement::displayChildrenVariants() const

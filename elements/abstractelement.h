@@ -16,8 +16,8 @@ public:
     /// Chooses the device whose quota the cells show. The caller announces the change, once for all rows.
     void setDeviceForData(const QString &deviceName) { _deviceName = deviceName; }
 
-    /// Every cell is empty until a record of the element's own kind came; so is every cell of a device that the record
-    /// does not hold, but for "off". NodeRole::SortRole gives numbers and dates as such.
+    /// Every cell is empty until a record of the element's own kind came; so is every cell of a device that gave no
+    /// answer, and of one that the record does not hold, but for "off". NodeRole::SortRole gives numbers and dates.
     QVariant data(int column, int role) const override;
     /// Adds NodeFlag::InChosenVariant when the account is of the kind, system or ordinary, that its list has chosen.
     int treeNodeSpecialFlags() const override;

@@ -3,9 +3,17 @@
 
 #pragma once
 
-/// The columns of the lists of accounts. Column 0 is the tree's own: the title and the icon.
+#include <QString>
+#include <QVariant>
+
+class AbstractElementData;
+struct DeviceQuota;
+
+/// A column of the lists of accounts: its header, and its cells.
 struct AccountColumn
 {
+    /// Column 0 is the tree's own: the title and the icon. All others have a row in the table of accountcolumn.cpp, in
+    /// this order.
     enum Column
     {
         Title,
@@ -24,21 +32,18 @@ struct AccountColumn
         Count,
     };
 
-    /// Whether the values behind the column's cells are numbers.
-    static bool isNumber(int column)
+    /// What a cell is asked for. Only that is made: a list of many accounts asks for a value a million times.
+    enum class Wanted
     {
-        switch (column) {
-        case UsedBlocks:
-        case SoftBlockLimit:
-        case HardBlockLimit:
-        case BlockGracePeriod:
-        case UsedInodes:
-        case SoftInodeLimit:
-        case HardInodeLimit:
-        case InodeGracePeriod:
-            return true;
-        default:
-            return false;
-        }
-    }
+        Text,
+        Value, ///< what it is sorted by
+    };
+
+    const char *header; ///< of the context "AbstractContainerElement"
+    bool isNumber;      ///< whether the values behind the cells are numbers
+    /// A cell of nothing is empty: neither text nor value.
+    QVariant (*cell)(const DeviceQuota &quota, Wanted wanted); ///< null for the account's name
+
+    /// Null for the title's column, and for one that does not exist.
+    static const AccountColumn *at(int column);
 };

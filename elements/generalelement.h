@@ -15,7 +15,6 @@ class GeneralElement : public OrdinaryElement
 public:
     GeneralElement(Module *module, AccessCheck access);
 
-    /// What these elements, and the editor that shows them, are known by.
     static QString typeName() { return QStringLiteral("QuotaGeneralElement"); }
 
     QString caption() const override;

@@ -16,7 +16,6 @@ public:
     /// The title is the group's name.
     GroupQElement(const QString &title, Module *module, AccessCheck access);
 
-    /// What these elements, and the editor that shows them, are known by.
     static QString typeName() { return QStringLiteral("QuotaGroupElement"); }
 
     QString caption() const override;

@@ -13,7 +13,6 @@ class GroupsElement : public AbstractContainerElement
 public:
     GroupsElement(Module *module, AccessCheck access);
 
-    /// What these elements, and the editor that shows them, are known by.
     static QString typeName() { return QStringLiteral("QuotaGroupsElement"); }
 
     QString caption() const override;

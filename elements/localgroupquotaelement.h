@@ -16,7 +16,6 @@ public:
     /// Who appends it to the group's element sets the group's name as its title.
     LocalGroupQuotaElement(Module *module, AccessCheck access);
 
-    /// What these elements, and the editor that shows them, are known by.
     static QString typeName() { return QStringLiteral("LocalGroupQuotaElement"); }
     /// The type name of the console's elements that are extended.
     static QString accountType() { return QStringLiteral("LocalGroup"); }

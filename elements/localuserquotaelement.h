@@ -16,7 +16,6 @@ public:
     /// Who appends it to the user's element sets the user's name as its title.
     LocalUserQuotaElement(Module *module, AccessCheck access);
 
-    /// What these elements, and the editor that shows them, are known by.
     static QString typeName() { return QStringLiteral("LocalUserQuotaElement"); }
     /// The type name of the console's elements that are extended.
     static QString accountType() { return QStringLiteral("LocalUser"); }

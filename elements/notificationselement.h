@@ -15,7 +15,6 @@ class NotificationsElement : public OrdinaryElement
 public:
     NotificationsElement(Module *module, AccessCheck access);
 
-    /// What these elements, and the editor that shows them, are known by.
     static QString typeName() { return QStringLiteral("QuotaNotificationsElement"); }
 
     QString caption() const override;

@@ -13,7 +13,6 @@ class UsersElement : public AbstractContainerElement
 public:
     UsersElement(Module *module, AccessCheck access);
 
-    /// What these elements, and the editor that shows them, are known by.
     static QString typeName() { return QStringLiteral("QuotaUsersElement"); }
 
     QString caption() const override;

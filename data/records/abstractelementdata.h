@@ -10,6 +10,15 @@
 #include <QMap>
 #include <QString>
 
+#include <optional>
+
+/// The device whose quota an administrator edited, and what had been read of it. Edited is what differs from that.
+struct TouchedQuota
+{
+    QString device;
+    DeviceQuota asRead;
+};
+
 /// One account's quota on every quota-capable device.
 class AbstractElementData : public ElementData
 {
@@ -22,4 +31,9 @@ public:
     qint32 id = NoId;
     /// By device path. A device is looked up with value(): one that is missing reads as a default DeviceQuota.
     QMap<QString, DeviceQuota> deviceQuotas;
+    /// Why the kernel gave no answer, by the path of each device that is missing above for that reason.
+    QMap<QString, QString> failures;
+    /// With it an update applies the edited fields of that device and nothing else; without it every device as it
+    /// stands.
+    std::optional<TouchedQuota> touched;
 };

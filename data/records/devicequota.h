@@ -26,10 +26,11 @@ struct DeviceQuota
     TimePeriod inodeGracePeriod; ///< the device's, as is the next
     TimePeriod blockGracePeriod;
     QString deviceName;
+    QString mountPoint;           ///< where it is mounted; empty while it is not
     QString filesystemType;       ///< the type under which the device is mounted
     bool quotaIsOn = false;       ///< this account is limited: never true while `kindIsOn` is false
     bool kindIsOn = false;        ///< the kernel enforces or counts this kind of quota on the device
     bool optionIsMounted = false; ///< the kind's option stands in "/etc/mtab"
     bool fileExists = false;      ///< the kind's quota file stands in the device's mount point
-    bool optionInForce = false;   ///< as `optionIsMounted`, asked for by its other readers
+    bool optionInForce = false;   ///< always as `optionIsMounted`
 };
