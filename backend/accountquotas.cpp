@@ -7,27 +7,22 @@
 #include "accounttable.h"
 #include "devicetable.h"
 #include "kindreader.h"
-#include "quotactl.h"
-#include "quotactlmessages.h"
-#include "quotaswitch.h"
-
-#include <touchedpart.h>
+#include "reporter.h"
+#include "systemnames.h"
 
 namespace
 {
 
-/// In a long read, after how many accounts it says how far it has come.
-constexpr std::size_t ProgressStep = 5000;
+/// In a long read, after how many accounts it says how far it has come and asks whether to go on.
+constexpr std::size_t ProgressStep = 250;
 
 } // namespace
 
-AccountQuotas::AccountQuotas(DeviceTable &devices, KindReader &kinds, AccountTable &accounts, QuotaSwitch &quotaSwitch,
-                             QObject *parent)
-    : QObject(parent)
-    , _devices(devices)
+AccountQuotas::AccountQuotas(DeviceTable &devices, KindReader &kinds, AccountTable &accounts, Reporter &reporter)
+    : _devices(devices)
     , _kinds(kinds)
     , _accounts(accounts)
-    , _switch(quotaSwitch)
+    , _reporter(reporter)
 {}
 
 UserData AccountQuotas::readUser(const QString &name)
@@ -42,127 +37,90 @@ GroupData AccountQuotas::readGroup(const QString &name)
 
 AccountQuotas::Accounts AccountQuotas::readAllUsers()
 {
-    return readAll<UserData>(_accounts.userNames(), UserQuota);
+    return readAll<UserData>(UserQuota);
 }
 
 AccountQuotas::Accounts AccountQuotas::readAllGroups()
 {
-    return readAll<GroupData>(_accounts.groupNames(), GroupQuota);
+    return readAll<GroupData>(GroupQuota);
 }
 
-bool AccountQuotas::write(const AbstractElementData &account, QuotaKind kind)
-{
-    const qint32 id = idOf(account.name, kind);
-    if (id == AbstractElementData::NoId)
-        return false;
-    if (id != account.id) {
-        Q_EMIT error(tr("%1 is another account by now: nothing was written").arg(account.name));
-        return false;
-    }
-    const std::optional<TouchedPart> touched = TouchedPart::of(account);
-    bool isWritten = true;
-    for (auto quota = account.deviceQuotas.cbegin(); quota != account.deviceQuotas.cend(); ++quota) {
-        if (!touched || touched->contains(quota.key(), kind))
-            isWritten = writeOn(quota.key(), id, quota.value(), kind) && isWritten;
-    }
-    return isWritten;
-}
-
-/// As the machine's accounts are now; an error when there is none of that name, or none that the kernel could know.
-qint32 AccountQuotas::idOf(const QString &name, QuotaKind kind)
-{
-    const qint32 id = kind == GroupQuota ? _accounts.groupId(name) : _accounts.userId(name);
-    if (id == AbstractElementData::NoId)
-        Q_EMIT error(kind == GroupQuota ? tr("There is no group %1").arg(name) : tr("There is no user %1").arg(name));
-    return id;
-}
-
-/// What has to be known of the devices before their accounts are read. One that is listed twice counts once.
+/// A device that is listed twice counts once.
 std::vector<AccountDevice> AccountQuotas::knownDevices(QuotaKind kind)
 {
-    QStringList failures;
-    const auto collecting =
-        connect(&_kinds, &KindReader::error, this, [&failures](const QString &message) { failures.append(message); });
     QStringList devices = _devices.quotaDevices();
     devices.removeDuplicates();
     std::vector<AccountDevice> known;
-    for (const QString &device : qAsConst(devices)) {
-        failures.clear();
-        const KindSettings settings = _kinds.read(device, kind).settings;
-        DeviceQuota facts;
-        facts.deviceName = device;
-        facts.filesystemType = _devices.mountedType(device);
-        facts.kindIsOn = settings.quotaOn;
-        facts.optionIsMounted = settings.optionInForce;
-        facts.fileExists = settings.fileExists;
-        facts.optionInForce = settings.optionInForce;
-        facts.blockGracePeriod = settings.blockGrace;
-        facts.inodeGracePeriod = settings.inodeGrace;
-        known.push_back({facts, failures, device.toUtf8()});
-    }
-    disconnect(collecting);
+    for (const QString &device : qAsConst(devices))
+        known.push_back(knownDevice(device, kind));
     return known;
 }
 
-void AccountQuotas::read(AbstractElementData &account, const QString &name, QuotaKind kind, AccountReader &reader)
+/// What has to be known of a device before its accounts are read.
+AccountDevice AccountQuotas::knownDevice(const QString &device, QuotaKind kind)
 {
-    account.name = name;
-    account.id = idOf(name, kind);
-    if (account.id != AbstractElementData::NoId)
-        account.deviceQuotas = reader.read(account.id);
+    DeviceQuota facts;
+    QStringList reported;
+    const Reporter::Once once(_reporter, reported);
+    facts.deviceName = device;
+    facts.filesystemType = _devices.mountedType(device);
+    if (!facts.filesystemType.isEmpty())
+        facts.mountPoint = _devices.mountPoint(device);
+    facts.optionInForce = _devices.hasQuotaOption(device, kind, SystemNames::Mtab);
+    facts.optionIsMounted = facts.optionInForce;
+    facts.fileExists = _kinds.quotaFileExists(device, kind);
+    const std::optional<bool> isOn = _kinds.askWhetherOn(device, kind);
+    facts.kindIsOn = isOn.value_or(false);
+
+    AccountDevice known(MountedDevice(device, facts.kindIsOn ? _devices.mountPoint(device) : QString()));
+    known.facts = facts;
+    if (!isOn)
+        known.failure = reported.join(QLatin1Char('\n'));
+    known.reported = reported;
+    return known;
 }
 
 template<typename Record>
 Record AccountQuotas::readOne(const QString &name, QuotaKind kind)
 {
-    AccountReader reader(kind, knownDevices(kind));
-    connect(&reader, &AccountReader::error, this, &AccountQuotas::error);
+    AccountReader reader(kind, knownDevices(kind), _kinds, _reporter);
     Record account;
-    read(account, name, kind, reader);
+    account.name = name;
+    account.id = _accounts.id(name, kind);
+    const QString reason = _accounts.whyWithoutQuota(name, kind);
+    if (reason.isEmpty()) {
+        reader.read(account);
+    } else {
+        reader.leaveOut(account, reason);
+        _reporter.error(reason);
+    }
     return account;
 }
 
 template<typename Record>
-AccountQuotas::Accounts AccountQuotas::readAll(const QStringList &names, QuotaKind kind)
+AccountQuotas::Accounts AccountQuotas::readAll(QuotaKind kind)
 {
-    AccountReader reader(kind, knownDevices(kind));
-    connect(&reader, &AccountReader::error, this, &AccountQuotas::error);
+    const QStringList names = _accounts.names(kind);
+    AccountReader reader(kind, knownDevices(kind), _kinds, _reporter);
     Accounts accounts;
     accounts.reserve(static_cast<std::size_t>(names.size()));
     for (const QString &name : names) {
         auto account = std::make_unique<Record>();
-        read(*account, name, kind, reader);
+        account->name = name;
+        account->id = _accounts.id(name, kind);
+        if (account->id != AbstractElementData::NoId) {
+            reader.read(*account);
+        } else { // one account that cannot have a quota is no failure of the whole read
+            const QString reason = _accounts.whyWithoutQuota(name, kind);
+            reader.leaveOut(*account, reason);
+            _reporter.detail(reason);
+        }
         accounts.push_back(std::move(account));
-        if (accounts.size() % ProgressStep == 0)
-            Q_EMIT detail(tr("%1 of %2 accounts read").arg(accounts.size()).arg(names.size()));
+        if (accounts.size() % ProgressStep != 0)
+            continue;
+        _reporter.progress(accounts.size(), static_cast<quint64>(names.size()), tr("accounts"));
+        if (_reporter.isCancelled())
+            break;
     }
     return accounts;
-}
-
-bool AccountQuotas::writeOn(const QString &device, qint32 id, const DeviceQuota &quota, QuotaKind kind)
-{
-    const std::optional<bool> isOn = _kinds.askWhetherOn(device, kind);
-    if (!isOn)
-        return false;
-    const dqblk record = toKernel(quota);
-    if (!*isOn && !hasLimit(record))
-        return true;
-    if (!*isOn && !switchOn(device, kind))
-        return false;
-    QuotaCtl kernel;
-    connect(&kernel, qOverload<int>(&QuotaCtl::error), this, [this, &device](int errorNumber) {
-        const QStringList texts = quotaCtlMessages(device, errorNumber);
-        for (const QString &text : texts)
-            Q_EMIT error(text);
-    });
-    return kernel.setQuota(device, id, record, kind);
-}
-
-bool AccountQuotas::switchOn(const QString &device, QuotaKind kind)
-{
-    if (_switch.switchOnDemand(device, kind))
-        return true;
-    // Not each step that can fail on the way says so.
-    Q_EMIT error(tr("Quotas could not be switched on on %1: the limits were not written").arg(device));
-    return false;
 }

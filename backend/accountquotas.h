@@ -7,56 +7,46 @@
 #include <quotakind.h>
 #include <userdata.h>
 
-#include <QObject>
+#include <QCoreApplication>
 #include <QString>
 
 #include <memory>
 #include <vector>
 
-class AccountReader;
 class AccountTable;
 class DeviceTable;
 class KindReader;
-class QuotaSwitch;
+class Reporter;
 struct AccountDevice;
 
-/// The quotas of accounts: which accounts there are, on which devices they are read, and what writing one takes.
+/// Reads the quotas of accounts: which accounts there are, and on which devices they are read.
 /// Belongs to the thread of what it is made with.
-class AccountQuotas : public QObject
+class AccountQuotas
 {
-    Q_OBJECT
+    Q_DECLARE_TR_FUNCTIONS(AccountQuotas)
 
 public:
     using Accounts = std::vector<std::unique_ptr<AbstractElementData>>;
 
     /// What it is made with is not owned and must live longer.
-    AccountQuotas(DeviceTable &devices, KindReader &kinds, AccountTable &accounts, QuotaSwitch &quotaSwitch,
-                  QObject *parent = nullptr);
+    AccountQuotas(DeviceTable &devices, KindReader &kinds, AccountTable &accounts, Reporter &reporter);
 
     /// See QuotaManager for these.
     UserData readUser(const QString &name);
     GroupData readGroup(const QString &name);
     Accounts readAllUsers();
     Accounts readAllGroups();
-    bool write(const AbstractElementData &account, QuotaKind kind);
-
-Q_SIGNALS:
-    void error(const QString &message);
-    void detail(const QString &text);
 
 private:
-    qint32 idOf(const QString &name, QuotaKind kind);
     std::vector<AccountDevice> knownDevices(QuotaKind kind);
-    void read(AbstractElementData &account, const QString &name, QuotaKind kind, AccountReader &reader);
+    AccountDevice knownDevice(const QString &device, QuotaKind kind);
     template<typename Record>
     Record readOne(const QString &name, QuotaKind kind);
     template<typename Record>
-    Accounts readAll(const QStringList &names, QuotaKind kind);
-    bool writeOn(const QString &device, qint32 id, const DeviceQuota &quota, QuotaKind kind);
-    bool switchOn(const QString &device, QuotaKind kind);
+    Accounts readAll(QuotaKind kind);
 
     DeviceTable &_devices;
     KindReader &_kinds;
     AccountTable &_accounts;
-    QuotaSwitch &_switch;
+    Reporter &_reporter;
 };

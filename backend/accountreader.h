@@ -4,50 +4,58 @@
 #pragma once
 
 #include "kernelquota.h"
+#include "mounteddevice.h"
 #include "quotactl.h"
 
+#include <abstractelementdata.h>
 #include <quotakind.h>
 
-#include <QByteArray>
-#include <QMap>
-#include <QObject>
 #include <QString>
 #include <QStringList>
 
 #include <vector>
 
+class KindReader;
+class Reporter;
+
 /// What a read of accounts knows of one device before it asks for the first account.
 struct AccountDevice
 {
+    explicit AccountDevice(MountedDevice device)
+        : asked(std::move(device))
+    {}
+
     DeviceQuota facts;    ///< everything that is alike for all accounts; nothing of an account
-    QStringList failures; ///< what was reported of the device so far
-    QByteArray path;      ///< of the device, as the kernel is asked for it
+    QString failure;      ///< why it is not known whether the kind is on; empty where it is
+    QStringList reported; ///< the errors of the device so far
+    MountedDevice asked;  ///< as the kernel is asked for it
+    bool areGracesAsked = false;
 };
 
-/// Asks the kernel for the quotas of any number of accounts, one question for each account and device.
-/// Belongs to one thread.
-class AccountReader : public QObject
+/// Asks the kernel for the quotas of any number of accounts: one question for each account and device, and one for the
+/// grace periods of each device. Belongs to one thread.
+class AccountReader
 {
-    Q_OBJECT
-
 public:
-    AccountReader(QuotaKind kind, std::vector<AccountDevice> devices, QObject *parent = nullptr);
+    /// `kinds` and `reporter` are not owned and must live longer. Of one device each error comes once, however many
+    /// accounts it is true for.
+    AccountReader(QuotaKind kind, std::vector<AccountDevice> devices, KindReader &kinds, Reporter &reporter);
 
-    /// One account's quota on every device. The devices on which the kind is off are asked nothing; one whose question
-    /// failed is left out, so that nobody takes the limits that are not known for none.
-    QMap<QString, DeviceQuota> read(qint32 id);
-
-Q_SIGNALS:
-    /// Of one device each text comes once, however many accounts it is true for.
-    void error(const QString &message);
+    /// Sets the account's quota on every device, by the record's id. The devices on which the kind is off are asked
+    /// nothing; one whose question failed is left out, so that nobody takes the limits that are not known for none.
+    void read(AbstractElementData &account);
+    /// Sets that there is no quota of the account on any device, and why.
+    void leaveOut(AbstractElementData &account, const QString &reason) const;
 
 private:
-    void fail(int errorNumber);
+    void read(AccountDevice &device, AbstractElementData &account);
+    void askGraces(AccountDevice &device);
 
     const QuotaKind _kind;
     std::vector<AccountDevice> _devices;
-    AccountDevice *_asked = nullptr; // the device that the kernel is being asked about
-    bool _failed = false;            // the question that was asked last
+    KindReader &_kinds;
+    Reporter &_reporter;
+    int _errorNumber = 0; // of the question that was asked last
     QuotaCtl _kernel;
     MemorySizes _sizes;
 };

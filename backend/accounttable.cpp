@@ -5,39 +5,32 @@
 
 #include "bufferdata.h"
 
+#include <abstractelementdata.h>
+#include <accountrules.h>
+
 namespace
 {
 
-constexpr qint32 NoId = -1;
-
-/// A line such as "+@staff::::::" lets accounts of a network service in or keeps them out and is none itself. The
-/// library reads it as one with the id 0, which is root's; its own look-ups pass it over.
-bool isAccount(const QString &name)
-{
-    return !name.startsWith(QLatin1Char('+')) && !name.startsWith(QLatin1Char('-'));
-}
-
-/// Of two accounts with one name the first counts, which replaces the other. Ids above 2^31 keep their bits in the
-/// signed number.
+/// Of two accounts with one name the first counts, which replaces the other.
 template<typename Entry, typename Id>
 QHash<QString, qint32> idsByName(const QVector<Entry> &entries, Id Entry::*id)
 {
     QHash<QString, qint32> ids;
     ids.reserve(entries.size());
     for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
-        if (isAccount(entry->name))
+        if (AccountRules::isAccountName(entry->name))
             ids.insert(entry->name, static_cast<qint32>((*entry).*id));
     }
     return ids;
 }
 
 template<typename Entry>
-QStringList names(const QVector<Entry> &entries)
+QStringList namesOf(const QVector<Entry> &entries)
 {
     QStringList all;
     all.reserve(entries.size());
     for (const Entry &entry : entries) {
-        if (isAccount(entry.name))
+        if (AccountRules::isAccountName(entry.name))
             all.append(entry.name);
     }
     return all;
@@ -49,32 +42,36 @@ AccountTable::AccountTable(BufferData &buffer)
     : _buffer(buffer)
 {}
 
-qint32 AccountTable::userId(const QString &name)
+qint32 AccountTable::id(const QString &name, QuotaKind kind)
 {
-    if (!_userIds)
-        _userIds = idsByName(_buffer.passwdEntries(), &PasswdEntry::uid);
-    return _userIds->value(name, NoId);
+    return ids(kind).value(name, AbstractElementData::NoId);
 }
 
-qint32 AccountTable::groupId(const QString &name)
+QStringList AccountTable::names(QuotaKind kind)
 {
-    if (!_groupIds)
-        _groupIds = idsByName(_buffer.groupEntries(), &GroupEntry::gid);
-    return _groupIds->value(name, NoId);
+    return kind == GroupQuota ? namesOf(_buffer.groupEntries()) : namesOf(_buffer.passwdEntries());
 }
 
-QStringList AccountTable::userNames()
+QString AccountTable::whyWithoutQuota(const QString &name, QuotaKind kind)
 {
-    return names(_buffer.passwdEntries());
-}
-
-QStringList AccountTable::groupNames()
-{
-    return names(_buffer.groupEntries());
+    if (id(name, kind) != AbstractElementData::NoId)
+        return {};
+    if (ids(kind).contains(name))
+        return tr("%1 has the id %2, for which there are no quotas").arg(name).arg(quint32(AbstractElementData::NoId));
+    return kind == GroupQuota ? tr("There is no group %1").arg(name) : tr("There is no user %1").arg(name);
 }
 
 void AccountTable::reset()
 {
     _userIds.reset();
     _groupIds.reset();
+}
+
+const AccountTable::Ids &AccountTable::ids(QuotaKind kind)
+{
+    std::optional<Ids> &ids = kind == GroupQuota ? _groupIds : _userIds;
+    if (!ids)
+        ids = kind == GroupQuota ? idsByName(_buffer.groupEntries(), &GroupEntry::gid)
+                                 : idsByName(_buffer.passwdEntries(), &PasswdEntry::uid);
+    return *ids;
 }

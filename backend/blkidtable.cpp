@@ -5,8 +5,8 @@
 
 #include "systemnames.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
-#include <QStringMatcher>
 
 #include <algorithm>
 
@@ -30,97 +30,196 @@ QString patternFor(const QString &spec)
     return {};
 }
 
-/// Whether a pattern matches itself and nothing else, so that searching for it as a text gives the same answer.
-bool isPlainText(const QString &pattern)
+/// What every text holds that the expression matches; nothing where it has more in it than a dot for any letter.
+QStringList piecesOf(const QString &pattern)
 {
-    return std::all_of(pattern.cbegin(), pattern.cend(), [](QChar character) {
+    const bool isPlain = std::none_of(pattern.cbegin(), pattern.cend(), [](QChar character) {
+        return QStringView(uR"(\^$[](){}|?*+)").contains(character);
+    });
+    return isPlain ? pattern.split(QLatin1Char('.')) : QStringList();
+}
+
+bool isLabel(const QString &key)
+{
+    return key.contains(QLatin1String("LABEL"));
+}
+
+bool canBeTakenForMore(const QString &label)
+{
+    return std::any_of(label.cbegin(), label.cend(), [](QChar character) {
         const char16_t code = character.unicode();
-        return (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z') || (code >= '0' && code <= '9') ||
-               code == '/' || code == ':' || code == '=' || code == '"' || code == '-' || code == '_';
+        return code == '/' || code == ':' || code == '=' || code == '"' || code == '\'';
     });
 }
 
-QString firstMatchingLine(const QStringList &lines, const QString &pattern)
+/// A name of a device that is not its path: "LABEL=home".
+QString nameOf(const QString &key, const QString &value)
 {
-    if (isPlainText(pattern)) {
-        const QStringMatcher text(pattern);
-        for (const QString &line : lines) {
-            if (text.indexIn(line) >= 0)
-                return line;
-        }
-        return {};
-    }
-    const QRegularExpression expression(pattern);
-    if (!expression.isValid()) // matching it would print a warning for every line
-        return {};
-    for (const QString &line : lines) {
-        if (expression.match(line).hasMatch())
-            return line;
-    }
-    return {};
+    return key + QLatin1Char('=') + value;
 }
+
+/// A backslash stands before a quote and before another backslash.
+QString unescaped(QString value)
+{
+    for (int at = 0; (at = value.indexOf(QLatin1Char('\\'), at)) >= 0; ++at)
+        value.remove(at, 1);
+    return value;
+}
+
+/// The node that a path leads to; the path itself where there is none.
+QString nodeOf(const QString &path)
+{
+    const QString node = QFileInfo(path).canonicalFilePath();
+    return node.isEmpty() ? path : node;
+}
+
+/// What stands before the last colon, which need not be a path.
+QString printedPath(const QString &line)
+{
+    return line.left(qMax(0, line.lastIndexOf(QLatin1Char(':'))));
+}
+
+/// The numbers of the lines that have a name are kept for the first of them alone.
+void insertFirst(QHash<QString, int> &lines, const QString &name, int number)
+{
+    if (!lines.contains(name))
+        lines.insert(name, number);
+}
+
+struct Patterns
+{
+    QRegularExpression tag{QStringLiteral(R"re(([A-Z][A-Z0-9_]*)="((?:[^"\\]|\\.)*)")re")};
+    QRegularExpression type{QStringLiteral("TYPE=(\\S+) ?")};
+    QRegularExpression path{QStringLiteral("^(/\\S+): ")};
+};
 
 } // namespace
 
-BlkidTable::BlkidTable(QStringList lines)
-    : _lines(std::move(lines))
-{}
-
-QString BlkidTable::resolve(const QString &spec)
+struct BlkidTable::Line
 {
-    static const QRegularExpression devicePath(QStringLiteral("^(.+):"));
+    Line(const QString &printed, const Patterns &patterns);
 
+    QString text;       ///< as it was printed, but for the labels
+    QString plain;      ///< without the double quotes, too
+    QStringList labels; ///< those that are not in `text`: "LABEL=/home"
+    QStringList names;  ///< all that it is called: "UUID=1"
+    Device device;
+};
+
+BlkidTable::Line::Line(const QString &printed, const Patterns &patterns)
+{
+    int copied = 0;
+    for (auto tags = patterns.tag.globalMatch(printed); tags.hasNext();) {
+        const QRegularExpressionMatch match = tags.next();
+        const QString key = match.captured(1);
+        const QString value = unescaped(match.captured(2));
+        names.append(nameOf(key, value));
+        if (isLabel(key) && canBeTakenForMore(value)) {
+            text += printed.mid(copied, match.capturedStart(2) - copied);
+            copied = match.capturedEnd(2);
+            labels.append(names.last());
+        }
+        if (key == QLatin1String("TYPE"))
+            device.type = value;
+        if (key == QLatin1String("UUID"))
+            device.uuid = value;
+    }
+    text += printed.mid(copied);
+    plain = text;
+    plain.remove(QLatin1Char('"'));
+    device.firstType = patterns.type.match(plain).captured(1);
+    device.path = patterns.path.match(plain).captured(1);
+}
+
+BlkidTable::BlkidTable(const QStringList &lines)
+{
+    const Patterns patterns;
+    QStringList texts;
+    QStringList plains;
+    for (const QString &printed : lines) {
+        const Line line(printed, patterns);
+        texts.append(line.text);
+        plains.append(line.plain);
+        add(line);
+    }
+    _lines = TextIndex(texts);
+    _plains = TextIndex(plains);
+}
+
+void BlkidTable::add(const Line &line)
+{
+    const int number = _devices.size();
+    _devices.append(line.device);
+    for (const QString &label : line.labels)
+        _byLabel[label].append(number);
+    if (line.device.path.isEmpty())
+        return;
+    insertFirst(_byPath, line.device.path, number);
+    for (const QString &name : line.names)
+        insertFirst(_byTag, name, number);
+}
+
+QString BlkidTable::resolve(const QString &spec) const
+{
     const QString pattern = patternFor(spec);
     if (pattern.isEmpty())
         return {};
-    const auto known = _pathsByPattern.constFind(pattern);
-    if (known != _pathsByPattern.constEnd())
-        return *known;
-    const QString path = devicePath.match(firstMatchingLine(_lines, pattern)).captured(1);
-    _pathsByPattern.insert(pattern, path);
-    return path;
+    const QStringList pieces = piecesOf(pattern);
+    const QVector<int> candidates = _lines.holdingRarest(pieces);
+    if (pieces.size() == 1) // letters that stand for themselves
+        return candidates.isEmpty() ? QString() : printedPath(_lines.at(candidates.first()));
+    const QRegularExpression expression(pattern);
+    if (!expression.isValid()) // matching it would print a warning for every line
+        return {};
+    const auto match = std::find_if(candidates.cbegin(), candidates.cend(), [this, &expression](int number) {
+        return expression.match(_lines.at(number)).hasMatch();
+    });
+    return match == candidates.cend() ? QString() : printedPath(_lines.at(*match));
 }
 
-QStringList BlkidTable::quotaDevices(const QString &spec)
+QStringList BlkidTable::quotaDevices(const QString &spec) const
 {
-    const auto known = _quotaDevicesBySpec.constFind(spec);
-    if (known != _quotaDevicesBySpec.constEnd())
-        return *known;
-    const QStringMatcher text(spec);
+    QVector<int> numbers = _plains.holding(spec) + _byLabel.value(spec);
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     QStringList paths;
-    for (const Device &device : devices()) {
-        if (device.canCarryQuotas && text.indexIn(device.line) >= 0)
+    for (const int number : qAsConst(numbers)) {
+        const Device &device = _devices.at(number);
+        if (!device.path.isEmpty() && SystemNames::isQuotaFilesystem(device.firstType))
             paths.append(device.path);
     }
-    _quotaDevicesBySpec.insert(spec, paths);
     return paths;
 }
 
-QString BlkidTable::filesystemType(const QString &spec)
+std::optional<BlkidTable::Device> BlkidTable::find(const QString &spec) const
 {
-    const QVector<Device> &all = devices();
-    const QStringMatcher text(spec);
-    const auto found = std::find_if(all.cbegin(), all.cend(),
-                                    [&text](const Device &device) { return text.indexIn(device.line) >= 0; });
-    return found == all.cend() ? QString() : found->type;
+    if (!spec.startsWith(QLatin1Char('/'))) {
+        const QString key = spec.section(QLatin1Char('='), 0, 0);
+        const QString value = spec.section(QLatin1Char('='), 1).remove(QLatin1Char('"'));
+        return first(_byTag, nameOf(key, value));
+    }
+    std::optional<Device> found = first(_byPath, spec);
+    if (!found && spec.startsWith(QLatin1String("/dev/"))) // elsewhere a link may lead to a server that does not answer
+        found = first(byNode(), nodeOf(spec));
+    return found;
 }
 
-const QVector<BlkidTable::Device> &BlkidTable::devices()
+std::optional<BlkidTable::Device> BlkidTable::first(const LineByName &lines, const QString &name) const
 {
-    static const QRegularExpression typeOfDevice(QStringLiteral("TYPE=(\\S+) ?"));
-    static const QRegularExpression pathOfDevice(QStringLiteral("^(/\\S+): "));
+    const auto number = lines.constFind(name);
+    return number == lines.cend() ? std::nullopt : std::make_optional(_devices.at(*number));
+}
 
-    if (_devices.isEmpty()) {
-        _devices.reserve(_lines.size());
-        for (const QString &line : qAsConst(_lines)) {
-            Device device;
-            device.line = line;
-            device.line.remove(QLatin1Char('"'));
-            device.type = typeOfDevice.match(device.line).captured(1);
-            device.path = pathOfDevice.match(device.line).captured(1);
-            device.canCarryQuotas = !device.path.isEmpty() && SystemNames::isQuotaFilesystem(device.type);
-            _devices.append(device);
+/// Asks the machine about every device, and so only when it has to.
+const BlkidTable::LineByName &BlkidTable::byNode() const
+{
+    if (!_byNode) {
+        _byNode.emplace();
+        for (int number = 0; number < _devices.size(); ++number) {
+            const QString &path = _devices.at(number).path;
+            if (!path.isEmpty())
+                insertFirst(*_byNode, nodeOf(path), number);
         }
     }
-    return _devices;
+    return *_byNode;
 }

@@ -3,45 +3,63 @@
 
 #pragma once
 
+#include "textindex.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
-/// One output of "blkid" and the questions asked of it. Every answer is worked out once.
+#include <optional>
+
+/// One output of "blkid" and the questions asked of it.
+///
+/// Labels are data: anybody who formats a stick chooses them. One that holds "/", ":", "=" or a quote, of which paths
+/// and other keys are made, counts as empty in all that follows, but for a spelling that is that label itself.
+///
+/// A question costs about the same whatever the number of lines. Belongs to one thread.
 class BlkidTable
 {
 public:
-    explicit BlkidTable(QStringList lines);
+    explicit BlkidTable(const QStringList &lines);
 
-    const QStringList &lines() const { return _lines; }
+    /// Whether there is nothing to ask: "blkid" could not be run, as even without any device it prints an empty line.
+    bool isEmpty() const { return _devices.isEmpty(); }
 
     /// The path of the device that "/etc/fstab" spells that way; empty when there is none.
     ///
     /// Paths and "UUID=…" are found. "LABEL=…", "PARTLABEL=…" and "PARTUUID=…" are cut at the wrong place, which is
     /// kept: their devices are never switched. The spelling is a regular expression; one that does not compile
     /// matches nothing.
-    QString resolve(const QString &spec);
+    QString resolve(const QString &spec) const;
 
     /// The paths of the devices with a quota-capable file system whose line holds the spelling somewhere. The line of
     /// "/dev/sda10" holds "/dev/sda1" too: both are devices of that spelling.
-    QStringList quotaDevices(const QString &spec);
+    QStringList quotaDevices(const QString &spec) const;
 
-    /// The file system on the first line that holds the spelling; empty when no line does or it names none.
-    QString filesystemType(const QString &spec);
-
-private:
+    /// A device by all that is known of it.
     struct Device
     {
-        QString line; ///< without the double quotes
-        QString type; ///< what stands behind the first "TYPE="
-        QString path; ///< empty for a line that does not begin with a path
-        bool canCarryQuotas = false;
+        QString path;
+        QString type;      ///< its file system; empty when it has none
+        QString firstType; ///< what quotaDevices() takes for it, which can be that of a partition table
+        QString uuid;
     };
-    const QVector<Device> &devices();
+    /// The device that "mount" would find by that spelling, also by a symbolic link to it or by its label.
+    std::optional<Device> find(const QString &spec) const;
 
-    QStringList _lines;
-    QVector<Device> _devices;                // one for each line, once they were asked for
-    QHash<QString, QString> _pathsByPattern; // what was resolved, by what was looked for
-    QHash<QString, QStringList> _quotaDevicesBySpec;
+private:
+    using LineByName = QHash<QString, int>;
+    struct Line;
+    void add(const Line &line);
+    const LineByName &byNode() const;
+    std::optional<Device> first(const LineByName &lines, const QString &name) const;
+
+    TextIndex _lines;                      ///< as they were printed, but for the labels
+    TextIndex _plains;                     ///< without the double quotes, too
+    QVector<Device> _devices;              ///< of each line
+    QHash<QString, QVector<int>> _byLabel; ///< those labels that are in no text: "LABEL=/home"
+    LineByName _byTag;  ///< of the lines with a path the first that has it: "UUID=…", without the double quotes
+    LineByName _byPath; ///< the first of that path
+    mutable std::optional<LineByName> _byNode;
 };

@@ -3,20 +3,19 @@
 
 #include "bufferdata.h"
 
+#include "cfile.h"
+#include "mountfile.h"
 #include "programdetail.h"
 #include "systemnames.h"
 
 #include <process.h>
 
-#include <QFile>
-
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
-#include <memory>
-#include <vector>
+#include <cstring>
 
 #include <grp.h>
-#include <mntent.h>
 #include <pwd.h>
 
 namespace
@@ -25,82 +24,88 @@ namespace
 constexpr int BlkidStartWait = 30000; // milliseconds, as is the next
 constexpr int BlkidFinishWait = 30000;
 
-/// One line of a mount table. The mount table of the kernel holds lines of several thousand bytes (overlays), which
-/// the library's own buffer would cut.
-constexpr std::size_t LongestMountLine = 64 * 1024;
-
 /// Account files of megabytes are read in few pieces.
 constexpr std::size_t AccountFileBuffer = 64 * 1024;
 
-struct CloseFile
+CFile openAccountFile(const QString &path)
 {
-    void operator()(FILE *file) const { std::fclose(file); }
-};
-struct CloseMountTable
-{
-    void operator()(FILE *table) const { endmntent(table); }
-};
-using File = std::unique_ptr<FILE, CloseFile>;
-using MountTableFile = std::unique_ptr<FILE, CloseMountTable>;
-
-File openAccountFile(const QString &path)
-{
-    File file(std::fopen(QFile::encodeName(path).constData(), "re"));
+    CFile file = openRegular(path, [](const char *name) { return std::fopen(name, "re"); });
     if (file)
         std::setvbuf(file.get(), nullptr, _IOFBF, AccountFileBuffer);
     return file;
 }
 
-/// A field of an account; null where its line lacks it ("+name"). What is plain ASCII, as nearly all of it is, reads
-/// alike in every local encoding and needs no codec.
-QString toText(const char *bytes)
+/// A field that its line lacks ("+name") is null. Nearly all are ASCII, which is the same in every locale's encoding,
+/// and which the codec takes ten times as long for.
+QString toText(const char *field)
 {
-    const QLatin1String text(bytes);
-    const bool isAscii = std::all_of(text.begin(), text.end(), [](char byte) { return (byte & 0x80) == 0; });
-    return isAscii ? QString(text) : QString::fromLocal8Bit(bytes);
+    const int size = field == nullptr ? 0 : static_cast<int>(std::strlen(field));
+    const bool isAscii =
+        std::all_of(field, field + size, [](char byte) { return static_cast<signed char>(byte) >= 0; });
+    return isAscii ? QString::fromLatin1(field, size) : QString::fromLocal8Bit(field, size);
 }
 
-/// The text of a field that most accounts have alike: it is shared with the account before.
-template<typename Entry>
-QString toText(const char *bytes, const QVector<Entry> &before, QString Entry::*field)
+/// Makes one text of a field that is the same in line after line.
+class RepeatedField
 {
-    const bool isAlike = !before.isEmpty() && before.constLast().*field == QLatin1String(bytes);
-    return isAlike ? before.constLast().*field : toText(bytes);
-}
+public:
+    QString toText(const char *field)
+    {
+        if (field == nullptr)
+            return {};
+        if (std::strcmp(_bytes.constData(), field) != 0) {
+            _bytes = field;
+            _text = ::toText(field);
+        }
+        return _text;
+    }
 
-PasswdEntry toEntry(const passwd &record, const QVector<PasswdEntry> &before)
+private:
+    QByteArray _bytes;
+    QString _text{QLatin1String("")};
+};
+
+struct RepeatedFields
+{
+    RepeatedField password;
+    RepeatedField gecos;
+    RepeatedField home;
+    RepeatedField shell;
+};
+
+PasswdEntry toEntry(const passwd &record, RepeatedFields &repeated)
 {
     PasswdEntry entry;
     entry.name = toText(record.pw_name);
-    entry.password = toText(record.pw_passwd, before, &PasswdEntry::password);
+    entry.password = repeated.password.toText(record.pw_passwd);
     entry.uid = record.pw_uid;
     entry.gid = record.pw_gid;
-    entry.gecos = toText(record.pw_gecos);
-    entry.home = toText(record.pw_dir);
-    entry.shell = toText(record.pw_shell, before, &PasswdEntry::shell);
+    entry.gecos = repeated.gecos.toText(record.pw_gecos);
+    entry.home = repeated.home.toText(record.pw_dir);
+    entry.shell = repeated.shell.toText(record.pw_shell);
     return entry;
 }
 
-GroupEntry toEntry(const group &record, const QVector<GroupEntry> &before)
+GroupEntry toEntry(const group &record, RepeatedFields &repeated)
 {
     GroupEntry entry;
     entry.name = toText(record.gr_name);
-    entry.password = toText(record.gr_passwd, before, &GroupEntry::password);
+    entry.password = repeated.password.toText(record.gr_passwd);
     entry.gid = record.gr_gid;
     for (char **member = record.gr_mem; *member != nullptr; ++member)
         entry.members.append(toText(*member));
     return entry;
 }
 
-MountEntry toEntry(const mntent &record)
+MountEntry toEntry(const MountColumns &columns)
 {
     MountEntry entry;
-    entry.fsName = QString::fromLocal8Bit(record.mnt_fsname);
-    entry.dir = QString::fromLocal8Bit(record.mnt_dir);
-    entry.type = QString::fromLocal8Bit(record.mnt_type);
-    entry.opts = QString::fromLocal8Bit(record.mnt_opts);
-    entry.freq = record.mnt_freq;
-    entry.passno = record.mnt_passno;
+    entry.fsName = QString::fromLocal8Bit(columns.fsName);
+    entry.dir = QString::fromLocal8Bit(columns.dir);
+    entry.type = QString::fromLocal8Bit(columns.type);
+    entry.opts = QString::fromLocal8Bit(columns.opts);
+    entry.freq = columns.freq;
+    entry.passno = columns.passno;
     return entry;
 }
 
@@ -152,33 +157,36 @@ void BufferData::resetCache()
     _blkid.reset();
     _passwd.reset();
     _group.reset();
+    Q_EMIT forgotten();
 }
 
 void BufferData::forgetFstab()
 {
     _fstab.reset();
+    Q_EMIT forgotten();
 }
 
 QVector<MountEntry> BufferData::readMountFile(const QString &path)
 {
-    const MountTableFile table(setmntent(QFile::encodeName(path).constData(), "ro"));
-    if (!table) {
-        Q_EMIT error(tr("File %1 can not be open").arg(path));
-        return {};
-    }
+    const MountFile file = MountFile::read(path);
     QVector<MountEntry> entries;
-    std::vector<char> line(LongestMountLine);
-    mntent record = {};
-    while (getmntent_r(table.get(), &record, line.data(), static_cast<int>(line.size())) != nullptr)
-        entries.append(toEntry(record));
-    reportIfBrokenOff(table.get(), path);
+    const QVector<MountLine> lines = mountLines(file.bytes);
+    for (const MountLine &line : lines) {
+        if (line.columns)
+            entries.append(toEntry(*line.columns));
+    }
+    if (!file.isWhole()) {
+        Q_EMIT error(tr("File %1 can not be open").arg(path));
+        Q_EMIT detail(QStringLiteral("%1: %2").arg(path, file.reason));
+    }
     return entries;
 }
 
 QStringList BufferData::readBlkid()
 {
     const QString program = SystemNames::Blkid;
-    const ProcessResult result = Process::run(program, {}, BlkidStartWait, BlkidFinishWait, Process::Messages::InC);
+    const ProcessResult result =
+        Process::run(program, {}, BlkidStartWait, BlkidFinishWait, Process::Messages::InC, Process::Effect::ReadsOnly);
     Q_EMIT detail(programDetail(program, {}, result));
     switch (result.end) {
     case ProcessResult::End::NotStarted:
@@ -196,28 +204,30 @@ QStringList BufferData::readBlkid()
 
 QVector<PasswdEntry> BufferData::readPasswd()
 {
-    const File file = openAccountFile(SystemNames::Passwd);
+    const CFile file = openAccountFile(SystemNames::Passwd);
     if (!file) {
         Q_EMIT error(tr("File %1 can not be open").arg(SystemNames::Passwd));
         return {};
     }
     QVector<PasswdEntry> entries;
+    RepeatedFields repeated;
     while (const passwd *record = fgetpwent(file.get()))
-        entries.append(toEntry(*record, entries));
+        entries.append(toEntry(*record, repeated));
     reportIfBrokenOff(file.get(), SystemNames::Passwd);
     return entries;
 }
 
 QVector<GroupEntry> BufferData::readGroup()
 {
-    const File file = openAccountFile(SystemNames::Group);
+    const CFile file = openAccountFile(SystemNames::Group);
     if (!file) {
         Q_EMIT error(tr("File %1 can not be open").arg(SystemNames::Group));
         return {};
     }
     QVector<GroupEntry> entries;
+    RepeatedFields repeated;
     while (const group *record = fgetgrent(file.get()))
-        entries.append(toEntry(*record, entries));
+        entries.append(toEntry(*record, repeated));
     reportIfBrokenOff(file.get(), SystemNames::Group);
     return entries;
 }

@@ -45,8 +45,10 @@ public:
 Q_SIGNALS:
     /// A source could not be read.
     void error(const QString &message);
-    /// How a program ended, whether or not that is an error.
+    /// How a program ended, whether or not that is an error, or the system's reason why a table could not be read.
     void detail(const QString &text);
+    /// What was read is read again with the next question; so whatever was derived from it is out of date.
+    void forgotten();
 
 private:
     QStringList readBlkid();

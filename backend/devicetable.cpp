@@ -6,35 +6,49 @@
 #include "bufferdata.h"
 #include "systemnames.h"
 
+#include <algorithm>
+
+namespace
+{
+
+QVector<MountEntry> trustworthy(QVector<MountEntry> mounted)
+{
+    const auto isFuse = [](const MountEntry &entry) { return entry.type.startsWith(QLatin1String("fuse")); };
+    mounted.erase(std::remove_if(mounted.begin(), mounted.end(), isFuse), mounted.end());
+    return mounted;
+}
+
+} // namespace
+
 DeviceTable::DeviceTable(BufferData &buffer, QObject *parent)
     : QObject(parent)
     , _buffer(buffer)
-{}
-
-QString DeviceTable::resolveDevice(const QString &spec, const QStringList &lines)
 {
-    return blkidTable(lines).resolve(spec);
+    connect(&buffer, &BufferData::forgotten, this, [this] {
+        _blkid.reset();
+        _fstab.reset();
+        _mtab.reset();
+        _mountPoints.reset();
+    });
+}
+
+QString DeviceTable::resolveDevice(const QString &spec, const QStringList &lines) const
+{
+    return BlkidTable(lines).resolve(spec);
 }
 
 QStringList DeviceTable::fstabDevices()
 {
-    const QVector<MountEntry> entries = _buffer.fstabEntries();
-    BlkidTable &blkid = blkidTable(_buffer.blkidLines());
-    QStringList devices;
-    for (const MountEntry &entry : entries) {
-        const QString path = blkid.resolve(entry.fsName);
-        devices.append(path.isEmpty() ? entry.fsName : path);
-    }
-    return devices;
+    return fstab().devices();
 }
 
 QStringList DeviceTable::quotaDevices()
 {
     const QVector<MountEntry> entries = _buffer.fstabEntries();
-    BlkidTable &blkid = blkidTable(_buffer.blkidLines());
+    const BlkidTable &known = blkid();
     QStringList devices;
     for (const MountEntry &entry : entries)
-        devices.append(blkid.quotaDevices(entry.fsName));
+        devices.append(known.quotaDevices(entry.fsName));
     return devices;
 }
 
@@ -45,75 +59,79 @@ QStringList DeviceTable::deviceOptions(const QString &device, const QString &fil
         Q_EMIT error(tr("Unknow file name %1").arg(fileName));
         return {};
     }
-    const MountTable &table = isFstab ? fstab() : mtab();
-    const MountEntry *entry = table.spelledOrResolved(device);
-    return entry ? entry->opts.split(QLatin1Char(',')) : QStringList();
+    const MountEntry *line = (isFstab ? fstab() : mtab()).lineNaming(device);
+    return line != nullptr ? line->opts.split(QLatin1Char(',')) : QStringList();
 }
 
 QString DeviceTable::mountPoint(const QString &device)
 {
-    const QHash<QString, QString> &known = mountPoints();
-    const auto found = known.constFind(device);
-    if (found == known.constEnd()) {
+    if (!isMounted(device))
         Q_EMIT error(tr("Device %1 not mounted").arg(device));
-        return {};
-    }
-    return *found;
+    return mountPoints().value(device);
+}
+
+bool DeviceTable::isMounted(const QString &device)
+{
+    return mountPoints().contains(device);
 }
 
 QString DeviceTable::mountedType(const QString &device)
 {
-    const MountEntry *entry = mtab().resolved(device);
-    return entry ? entry->type : QString();
+    const MountEntry *line = mtab().lineFor(device);
+    return line != nullptr ? line->type : QString();
 }
 
+/// A journaled kind is in force under another word, and then its own word never gets into "/etc/mtab".
 bool DeviceTable::hasQuotaOption(const QString &device, QuotaKind kind, const QString &fileName)
 {
-    return deviceOptions(device, fileName).contains(SystemNames::optionWord(kind));
+    const QStringList options = deviceOptions(device, fileName);
+    return options.contains(SystemNames::optionWord(kind)) ||
+           (fileName == SystemNames::Mtab && !SystemNames::journaledOption(options, kind).isEmpty());
 }
 
 QStringList DeviceTable::passedOver()
 {
-    const QVector<MountEntry> entries = _buffer.fstabEntries();
-    BlkidTable &blkid = blkidTable(_buffer.blkidLines());
     QStringList texts;
+    const QVector<MountEntry> entries = _buffer.fstabEntries();
     for (const MountEntry &entry : entries) {
-        if (blkid.quotaDevices(entry.fsName).isEmpty())
-            texts.append(passedOverText(entry, blkid.filesystemType(entry.fsName)));
+        if (blkid().quotaDevices(entry.fsName).isEmpty())
+            texts.append(passedOverText(entry));
     }
     return texts;
 }
 
-QString DeviceTable::passedOverText(const MountEntry &entry, const QString &foundType)
+QString DeviceTable::passedOverText(const MountEntry &entry)
 {
     //: A line of /etc/fstab: device, mount point
     const QString line =
         entry.dir.startsWith(QLatin1Char('/')) ? tr("%1 on %2").arg(entry.fsName, entry.dir) : entry.fsName;
-    const QString type = foundType.isEmpty() ? entry.type : foundType;
-    if (type.isEmpty() || type == QLatin1String("auto") || SystemNames::isQuotaFilesystem(type))
+    const std::optional<BlkidTable::Device> device = blkid().find(entry.fsName);
+    const QString type = device && !device->type.isEmpty() ? device->type : entry.type;
+    const bool canBeListed = type.isEmpty() || type == QLatin1String("auto") || SystemNames::isQuotaFilesystem(type);
+    if (!canBeListed)
+        //: %1 is a line of /etc/fstab, %2 a file system
+        return tr("%1: %2, not ext2, ext3 or ext4").arg(line, type);
+    if (blkid().isEmpty())
+        //: %1 is a line of /etc/fstab
+        return tr("%1: blkid could not be asked for it").arg(line);
+    if (!device)
         return tr("%1: blkid finds no such device").arg(line);
-    //: %1 is a line of /etc/fstab, %2 a file system
-    return tr("%1: %2, not ext2, ext3 or ext4").arg(line, type);
+    if (device->type.isEmpty())
+        return tr("%1: blkid finds no file system on it").arg(line);
+    if (device->firstType != device->type)
+        //: %1 is a line of /etc/fstab, %2 and %3 are types: of a partition table, and of a file system
+        return tr("%1: blkid finds %2 on it, and %3 only after that").arg(line, device->firstType, device->type);
+    if (device->uuid.isEmpty())
+        //: %1 is a line of /etc/fstab, %2 the path of a device
+        return tr("%1: blkid lists it as %2; write that into the line").arg(line, device->path);
+    //: %1 is a line of /etc/fstab, %2 the path of a device, %3 the identifier of its file system
+    return tr("%1: blkid lists it as %2; write that or UUID=%3 into the line").arg(line, device->path, device->uuid);
 }
 
-void DeviceTable::reset()
+const BlkidTable &DeviceTable::blkid()
 {
-    _blkid.reset();
-    _fstab.reset();
-    _mtab.reset();
-    _mountPoints.reset();
-}
-
-void DeviceTable::forgetFstab()
-{
-    _buffer.forgetFstab();
-    _fstab.reset();
-}
-
-BlkidTable &DeviceTable::blkidTable(const QStringList &lines)
-{
-    if (!_blkid || _blkid->lines() != lines)
-        _blkid.emplace(lines);
+    if (!_blkid)
+        _blkid.emplace(_buffer.blkidLines());
     return *_blkid;
 }
 
@@ -121,7 +139,7 @@ const MountTable &DeviceTable::fstab()
 {
     if (!_fstab) {
         const QVector<MountEntry> entries = _buffer.fstabEntries();
-        _fstab.emplace(entries, blkidTable(_buffer.blkidLines()));
+        _fstab.emplace(entries, blkid());
     }
     return *_fstab;
 }
@@ -129,22 +147,20 @@ const MountTable &DeviceTable::fstab()
 const MountTable &DeviceTable::mtab()
 {
     if (!_mtab) {
-        const QVector<MountEntry> entries = _buffer.mtabEntries();
-        _mtab.emplace(entries, blkidTable(_buffer.blkidLines()));
+        const QVector<MountEntry> entries = trustworthy(_buffer.mtabEntries());
+        _mtab.emplace(entries, blkid());
     }
     return *_mtab;
 }
 
-/// By the spelling of "/etc/mtab"; of two entries the first counts.
+/// By the spelling of "/etc/mtab", for which nobody has to be asked; of two entries the first counts.
 const QHash<QString, QString> &DeviceTable::mountPoints()
 {
     if (!_mountPoints) {
         _mountPoints.emplace();
-        const QVector<MountEntry> entries = _buffer.mtabEntries();
-        for (const MountEntry &entry : entries) {
-            if (!_mountPoints->contains(entry.fsName))
-                _mountPoints->insert(entry.fsName, entry.dir);
-        }
+        const QVector<MountEntry> entries = trustworthy(_buffer.mtabEntries());
+        for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry)
+            _mountPoints->insert(entry->fsName, entry->dir);
     }
     return *_mountPoints;
 }

@@ -18,7 +18,9 @@
 class BufferData;
 
 /// Which devices there are, how the mount tables spell them, where they are mounted and with which options.
-/// Answers from the sources of a BufferData, and belongs to its thread.
+/// Answers from the sources of a BufferData, follows when that forgets them, and belongs to its thread.
+///
+/// Lines of "/etc/mtab" whose type begins with "fuse" are passed over: anybody can make them, with any name.
 class DeviceTable : public QObject
 {
     Q_OBJECT
@@ -28,7 +30,7 @@ public:
     explicit DeviceTable(BufferData &buffer, QObject *parent = nullptr);
 
     /// See QuotaManager for these.
-    QString resolveDevice(const QString &spec, const QStringList &lines);
+    QString resolveDevice(const QString &spec, const QStringList &lines) const;
     QStringList fstabDevices();
     QStringList quotaDevices();
     QStringList deviceOptions(const QString &device, const QString &fileName);
@@ -39,23 +41,22 @@ public:
     /// One text for each line of "/etc/fstab" that quotaDevices() has no device from, saying why.
     QStringList passedOver();
 
-    /// To be called after the buffer's cache was reset.
-    void reset();
-    /// Has "/etc/fstab" read again, here and in the buffer; to be called after it was written.
-    void forgetFstab();
+    /// What "blkid" says. Can take a minute when it is first asked for.
+    const BlkidTable &blkid();
+    /// Whether a mount point is known of the device, which is no error otherwise.
+    bool isMounted(const QString &device);
 
 Q_SIGNALS:
     void error(const QString &message);
 
 private:
-    static QString passedOverText(const MountEntry &entry, const QString &foundType);
-    BlkidTable &blkidTable(const QStringList &lines);
+    QString passedOverText(const MountEntry &entry);
     const MountTable &fstab();
     const MountTable &mtab();
     const QHash<QString, QString> &mountPoints();
 
     BufferData &_buffer;
-    std::optional<BlkidTable> _blkid; // of the lines that were asked about last
+    std::optional<BlkidTable> _blkid;
     std::optional<MountTable> _fstab;
     std::optional<MountTable> _mtab;
     std::optional<QHash<QString, QString>> _mountPoints;

@@ -3,18 +3,15 @@
 
 #include "fstabrewrite.h"
 
+#include "blkidtable.h"
+#include "mountfile.h"
 #include "systemnames.h"
 
 #include <QByteArrayList>
 #include <QCoreApplication>
 #include <QVector>
 
-#include <cstdio>
-#include <memory>
 #include <optional>
-#include <vector>
-
-#include <mntent.h>
 
 namespace
 {
@@ -26,85 +23,39 @@ struct Texts
 
 const char *const noOptions = "defaults"; // an empty column would make the next one the options
 
-/// A line as the system's reader understands it, in the bytes of the file.
-struct Entry
-{
-    QByteArray fsName;
-    QByteArray dir;
-    QByteArray type;
-    QByteArray opts;
-    int freq = 0;
-    int passno = 0;
-
-    bool operator==(const Entry &other) const
-    {
-        return fsName == other.fsName && dir == other.dir && type == other.type && opts == other.opts &&
-               freq == other.freq && passno == other.passno;
-    }
-};
-
-/// A line that is no comment and not blank: its first four columns as they stand, and as they are read.
+/// A line with its first four columns as they stand.
 struct Row
 {
-    int lineNumber;
-    QByteArray line;
-    QByteArrayList columns;
-    std::optional<Entry> entry; ///< none for what the reader keeps to itself, such as an ignored automounter's line
-};
+    MountLine line;
+    QByteArrayList words;
+    std::optional<QStringList> newOptions;
 
-struct CloseFile
-{
-    void operator()(FILE *file) const { std::fclose(file); }
+    QString spelling() const { return QString::fromLocal8Bit(line.columns->fsName); }
+    QStringList options() const
+    {
+        const QString text = QString::fromLocal8Bit(line.columns->opts);
+        return text.isEmpty() ? QStringList() : text.split(QLatin1Char(','));
+    }
 };
-
-QVector<Entry> readEntries(QByteArray text)
-{
-    QVector<Entry> entries;
-    if (text.isEmpty())
-        return entries;
-    const auto size = static_cast<std::size_t>(text.size());
-    const std::unique_ptr<FILE, CloseFile> stream(fmemopen(text.data(), size, "r"));
-    std::vector<char> line(size + 2); // longer than the longest line, which the reader would cut
-    mntent read = {};
-    while (stream && getmntent_r(stream.get(), &read, line.data(), static_cast<int>(line.size())) != nullptr)
-        entries.append({read.mnt_fsname, read.mnt_dir, read.mnt_type, read.mnt_opts, read.mnt_freq, read.mnt_passno});
-    return entries;
-}
 
 bool isBlank(char byte)
 {
     return byte == ' ' || byte == '\t';
 }
 
-QByteArrayList columnsOf(const QByteArray &line)
+QByteArrayList wordsOf(const QByteArray &line)
 {
-    constexpr int textColumns = 4;
-    QByteArrayList columns;
-    for (int at = 0; columns.size() < textColumns;) {
+    constexpr int wordColumns = 4;
+    QByteArrayList words;
+    for (int at = 0; words.size() < wordColumns;) {
         while (at < line.size() && isBlank(line.at(at)))
             ++at;
         const int start = at;
         while (at < line.size() && !isBlank(line.at(at)))
             ++at;
-        columns.append(line.mid(start, at - start));
+        words.append(line.mid(start, at - start));
     }
-    return columns;
-}
-
-QVector<Row> rowsOf(const QByteArray &table)
-{
-    QVector<Row> rows;
-    int lineNumber = 0;
-    const QByteArrayList lines = table.split('\n');
-    for (const QByteArray &line : lines) {
-        ++lineNumber;
-        const QByteArrayList columns = columnsOf(line);
-        if (columns.first().isEmpty() || columns.first().startsWith('#'))
-            continue;
-        const QVector<Entry> read = readEntries(line + '\n');
-        rows.append({lineNumber, line, columns, read.isEmpty() ? std::nullopt : std::make_optional(read.first())});
-    }
-    return rows;
+    return words;
 }
 
 /// As a column of the file: what the reader decodes, in octal.
@@ -121,13 +72,13 @@ QByteArray encoded(const QString &word)
     return bytes;
 }
 
-/// The options as a column. An option that was there keeps its bytes, which its text may not tell.
-QByteArray optionColumn(const QStringList &options, const Row &row)
+/// The new options as a column. An option that was there keeps its bytes, which its text may not tell.
+QByteArray optionColumn(const Row &row)
 {
-    QByteArrayList oldBytes = row.columns.at(3).split(',');
-    QStringList oldWords = QString::fromLocal8Bit(row.entry->opts).split(QLatin1Char(','));
+    QByteArrayList oldBytes = row.words.at(3).split(',');
+    QStringList oldWords = QString::fromLocal8Bit(row.line.columns->opts).split(QLatin1Char(','));
     QByteArrayList words;
-    for (const QString &option : options) {
+    for (const QString &option : *row.newOptions) {
         const int old = oldWords.indexOf(option);
         if (old < 0) {
             words.append(encoded(option));
@@ -139,16 +90,47 @@ QByteArray optionColumn(const QStringList &options, const Row &row)
     return words.join(',');
 }
 
-QByteArray lineOf(const Row &row)
+QByteArray bytesOf(const Row &row)
 {
-    if (!row.entry)
-        return row.line + '\n';
-    QByteArrayList columns = row.columns;
+    if (!row.line.columns)
+        return row.line.text + '\n';
+    QByteArrayList columns = row.words;
+    if (row.newOptions)
+        columns.last() = optionColumn(row);
     if (columns.last().isEmpty())
         columns.last() = noOptions;
-    columns.append(QByteArray::number(row.entry->freq));
-    columns.append(QByteArray::number(row.entry->passno));
+    columns.append(QByteArray::number(row.line.columns->freq));
+    columns.append(QByteArray::number(row.line.columns->passno));
     return columns.join("  ") + '\n';
+}
+
+/// Whether the new table reads as the old one does, but for the new options.
+bool readsAsWanted(const QByteArray &content, const QVector<Row> &rows)
+{
+    const QVector<MountLine> found = mountLines(content);
+    if (found.size() != rows.size())
+        return false;
+    for (int i = 0; i < rows.size(); ++i) {
+        const Row &row = rows.at(i);
+        std::optional<MountColumns> wanted = row.line.columns;
+        const std::optional<MountColumns> &columns = found.at(i).columns;
+        if (wanted && columns && row.newOptions) {
+            const QString options = row.newOptions->join(QLatin1Char(','));
+            if (QString::fromLocal8Bit(columns->opts) != (options.isEmpty() ? QLatin1String(noOptions) : options))
+                return false;
+            wanted->opts = columns->opts;
+        } else if (wanted && wanted->opts.isEmpty()) {
+            wanted->opts = noOptions;
+        }
+        if (!(columns == wanted))
+            return false;
+    }
+    return true;
+}
+
+QString numberOf(const Row &row)
+{
+    return QString::number(row.line.number);
 }
 
 FstabRewrite refused(const QString &reason)
@@ -156,54 +138,138 @@ FstabRewrite refused(const QString &reason)
     return {QByteArray(), Texts::tr("File %1 was not changed: %2").arg(SystemNames::Fstab, reason)};
 }
 
-/// Whether the new table reads as the old one does, but for the options of one row.
-bool readsAsWanted(const QByteArray &content, const QVector<Row> &rows, int changedRow, const QString &options)
+QString journaledOptionOf(const QStringList &options)
 {
-    QVector<Entry> found = readEntries(content);
-    QVector<Entry> wanted;
-    for (int i = 0; i < rows.size(); ++i) {
-        const std::optional<Entry> &entry = rows.at(i).entry;
-        if (!entry)
-            continue;
-        wanted.append(*entry);
-        const int at = wanted.size() - 1;
-        if (i == changedRow && at < found.size()) {
-            const QString expected = options.isEmpty() ? QLatin1String(noOptions) : options;
-            if (QString::fromLocal8Bit(found.at(at).opts) != expected)
-                return false;
-            wanted[at].opts = found.at(at).opts;
-        } else if (wanted.at(at).opts.isEmpty()) {
-            wanted[at].opts = noOptions;
-        }
+    for (const QString &option : options) {
+        for (const QLatin1String word : {SystemNames::journaledWord(UserQuota), SystemNames::journaledWord(GroupQuota),
+                                         SystemNames::JournaledFormat})
+            if (option.startsWith(word))
+                return option;
     }
-    return found == wanted;
+    return {};
+}
+
+/// No line resolves to the device: why, and what to do about the line that is meant for it.
+FstabRewrite refusedWithoutLine(const QVector<Row> &rows, const QString &device, const OptionChange &change,
+                                const BlkidTable &blkid)
+{
+    FstabRewrite refusal =
+        refused(Texts::tr("none of its lines names the device %1 by its path or by UUID=").arg(device));
+    refusal.matters = change.step != OptionChange::Step::Remove;
+    for (const Row &row : rows) {
+        if (!row.line.columns || !blkid.resolve(row.spelling()).isEmpty())
+            continue;
+        const std::optional<BlkidTable::Device> meant = blkid.find(row.spelling());
+        const bool isListed = meant && meant->path == device;
+        if (!isListed && row.spelling() != device)
+            continue;
+        const QString named = Texts::tr("its line %1 names the device %2").arg(numberOf(row), device);
+        if (isListed)
+            //: %1: "its line 3 names the device /dev/sda1", %2: as in "LABEL=home", %3: what to write instead
+            refusal = refused(
+                Texts::tr("%1 as %2; write %3 there, then it can be switched")
+                    .arg(named, row.spelling(), meant->uuid.isEmpty() ? device : QLatin1String("UUID=") + meant->uuid));
+        else
+            refusal = refused(Texts::tr("%1, but blkid does not list that device; look whether it is there and "
+                                        "whether blkid works")
+                                  .arg(named));
+        refusal.matters =
+            change.step != OptionChange::Step::Remove || row.options().contains(SystemNames::optionWord(change.kind));
+        if (refusal.matters)
+            break;
+    }
+    return refusal;
+}
+
+/// What a line's options become; the same where nothing has to change.
+QStringList changed(const QStringList &options, const OptionChange &change)
+{
+    const QString word = SystemNames::optionWord(change.kind);
+    switch (change.step) {
+    case OptionChange::Step::Replace:
+        return change.options;
+    case OptionChange::Step::Remove: {
+        QStringList rest = options;
+        rest.removeAll(word);
+        return rest;
+    }
+    case OptionChange::Step::Add:
+        break;
+    }
+    const bool isThere = options.contains(word) || !SystemNames::journaledOption(options, change.kind).isEmpty();
+    return isThere ? options : options + QStringList{word};
+}
+
+/// The kernel does not mount a file system with an option of the old kind and one of the journaled kind; and a
+/// journaled option that stays would bring quotas back that were switched off.
+QString refusalForJournaled(const Row &row, const QString &device, const OptionChange &change)
+{
+    const QString journaled = SystemNames::journaledOption(row.options(), change.kind);
+    if (change.step == OptionChange::Step::Remove && !journaled.isEmpty())
+        return Texts::tr("its line %1 for %2 has the option %3, which brings these quotas back at the next start; take "
+                         "it out there, then they can be switched off")
+            .arg(numberOf(row), device, journaled);
+    const QString other = journaledOptionOf(row.options());
+    if (change.step == OptionChange::Step::Add && !other.isEmpty() && changed(row.options(), change) != row.options())
+        return Texts::tr("its line %1 for %2 has the option %3, beside which the device could not be mounted with %4; "
+                         "write %5%6 there instead and mount the device again, then these quotas can be switched on")
+            .arg(numberOf(row), device, other, SystemNames::optionWord(change.kind),
+                 SystemNames::journaledWord(change.kind), SystemNames::quotaFileName(change.kind));
+    return {};
+}
+
+/// What keeps the table from being written again, whatever the change; empty when nothing does.
+QString refusalForTable(const QByteArray &table, const QVector<Row> &rows)
+{
+    const int nul = table.indexOf('\0');
+    if (nul >= 0) // others of the system's readers would take what follows for another line
+        return Texts::tr("its line %1 contains a NUL byte; take it out there").arg(table.left(nul).count('\n') + 1);
+    for (const Row &row : rows) {
+        if (row.words.at(1).isEmpty() || row.words.at(2).isEmpty())
+            return Texts::tr("its line %1 lacks a mount point or a file system type: %2")
+                .arg(numberOf(row), QString::fromLocal8Bit(row.line.text));
+    }
+    return {};
 }
 
 } // namespace
 
-FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const QStringList &options,
-                          const std::function<QString(const QString &spec)> &resolve)
+FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const OptionChange &change,
+                          const BlkidTable &blkid)
 {
-    if (table.contains('\0')) // the reader would take what follows for another line
-        return refused(Texts::tr("it contains a NUL byte"));
-    QVector<Row> rows = rowsOf(table);
-    int changedRow = -1;
-    for (int i = 0; i < rows.size(); ++i) {
-        const Row &row = rows.at(i);
-        if (row.columns.at(1).isEmpty() || row.columns.at(2).isEmpty())
-            return refused(Texts::tr("its line %1 lacks a mount point or a file system type: %2")
-                               .arg(QString::number(row.lineNumber), QString::fromLocal8Bit(row.line)));
-        if (changedRow < 0 && row.entry && resolve(QString::fromLocal8Bit(row.entry->fsName)) == device)
-            changedRow = i;
+    QVector<Row> rows;
+    const QVector<MountLine> lines = mountLines(table);
+    bool isNamed = false;
+    bool isChange = false;
+    for (const MountLine &line : lines) {
+        Row row{line, wordsOf(line.text), std::nullopt};
+        if (line.columns && blkid.resolve(row.spelling()) == device) {
+            isNamed = true;
+            const QString refusal = refusalForJournaled(row, device, change);
+            if (!refusal.isEmpty())
+                return refused(refusal);
+            const QStringList options = changed(row.options(), change);
+            if (options != row.options())
+                row.newOptions = options;
+            isChange = isChange || row.newOptions || change.step == OptionChange::Step::Replace;
+        }
+        rows.append(row);
     }
-    if (changedRow < 0)
-        return refused(Texts::tr("none of its lines names the device %1 by its path or by UUID=").arg(device));
-    rows[changedRow].columns.last() = optionColumn(options, rows.at(changedRow));
+    if (!isNamed && blkid.isEmpty())
+        return refused(
+            Texts::tr("blkid did not tell which of its lines is for %1; try again when it works").arg(device));
+    if (!isNamed)
+        return refusedWithoutLine(rows, device, change, blkid);
+    if (!isChange)
+        return {table, QString()};
 
+    const QString unsafe = refusalForTable(table, rows);
+    if (!unsafe.isEmpty())
+        return refused(unsafe);
     QByteArray content;
     for (const Row &row : qAsConst(rows))
-        content.append(lineOf(row));
-    if (!readsAsWanted(content, rows, changedRow, options.join(QLatin1Char(','))))
+        content.append(bytesOf(row));
+    if (!readsAsWanted(content, rows))
         return refused(Texts::tr("it would not read the same afterwards"));
     return {content, QString()};
 }

@@ -3,24 +3,48 @@
 
 #pragma once
 
+#include <quotakind.h>
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
-#include <functional>
+class BlkidTable;
 
-/// What "/etc/fstab" is to hold instead of what it holds, or why it must stay as it is.
-struct FstabRewrite
+// A table of file systems as it is here: lines of six columns parted by blanks. The first four are words, in whatever
+// encoding their author used, with blanks and backslashes in octal; the last two are numbers. What a line means is what
+// the system's reader makes of it, one line at a time (mountfile.h).
+//
+// A rewrite gives the lines of one device other options. All words of all other lines and columns stay byte for byte,
+// and so does each option that the device had before. What goes: comments, blank lines, and how the columns stood
+// apart; a line without options gets "defaults", one without numbers two zeros. What would read in any other way than
+// before, or could not be mounted, is refused with a text.
+//
+// It is safe in this order only: the bytes are read, rewritten, and replaced where they are still the same. FstabWriter
+// does so, again when they are not; nothing that was read of the table before that counts.
+
+/// What is to become of the options of a device's lines.
+struct OptionChange
 {
-    QByteArray content;
-    QString refusal; ///< for the administrator; empty when `content` can be written
+    enum class Step
+    {
+        Add,     ///< the kind's option, at the end, where it is missing
+        Remove,  ///< every copy of the kind's option
+        Replace, ///< by `options`
+    };
+    Step step;
+    QuotaKind kind = UserQuota;
+    QStringList options = {};
 };
 
-/// Gives the first line of the device the mount options, in the whole text of an "/etc/fstab". `resolve` tells the path
-/// of the device that a line is for; it may be empty.
-///
-/// Comments and blank lines go and the columns are parted by two blanks. Every other byte of the fields stays, whatever
-/// the encoding, and so do the bytes of each option that the device had before. What cannot be written back such that
-/// it reads the same is refused, as is a table in which no line is the device's.
-FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const QStringList &options,
-                          const std::function<QString(const QString &spec)> &resolve);
+/// What the table is to hold instead, or why it must stay as it is.
+struct FstabRewrite
+{
+    QByteArray content;  ///< the old one where nothing has to change
+    QString refusal;     ///< for the administrator; empty when `content` can be written
+    bool matters = true; ///< of a refusal: whether the option stands there that was to be removed
+};
+
+/// Rewrites the whole text of an "/etc/fstab" for a device: each of its lines that resolves to it, by itself.
+FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const OptionChange &change,
+                          const BlkidTable &blkid);

@@ -5,13 +5,24 @@
 
 #include "bufferdata.h"
 #include "devicetable.h"
-#include "fstabrewrite.h"
+#include "mountfile.h"
 #include "systemnames.h"
 
 #include <backupcopy.h>
 #include <filereplacement.h>
 
-#include <QFile>
+namespace
+{
+
+/// Somebody who saves the table that often does so without end.
+constexpr int MostAttempts = 20;
+
+OptionChange changeOf(QuotaKind kind, bool enable)
+{
+    return {enable ? OptionChange::Step::Add : OptionChange::Step::Remove, kind};
+}
+
+} // namespace
 
 FstabWriter::FstabWriter(BufferData &buffer, DeviceTable &devices, QObject *parent)
     : QObject(parent)
@@ -19,70 +30,88 @@ FstabWriter::FstabWriter(BufferData &buffer, DeviceTable &devices, QObject *pare
     , _devices(devices)
 {}
 
-bool FstabWriter::setOption(const QString &device, QuotaKind kind, bool enable)
+FstabEdit FstabWriter::setOption(const QString &device, QuotaKind kind, bool enable)
 {
-    const QString word = SystemNames::optionWord(kind);
-    _buffer.blkidLines();   // which may take its time, and must not between this read of the table and its rewrite
-    _devices.forgetFstab(); // or what somebody edited since it was read would be taken back
-    QStringList options = _devices.deviceOptions(device, SystemNames::Fstab);
-    if (options == QStringList{QString()}) // an empty column, not an empty option
-        options.clear();
-    if (enable) {
-        if (options.contains(word))
-            return true;
-        options.append(word);
-    } else if (options.removeAll(word) == 0) {
-        return true;
-    }
-    return write(device, options);
+    return change(device, changeOf(kind, enable));
 }
 
 bool FstabWriter::write(const QString &device, const QStringList &options)
 {
-    const QString cannotOpen = tr("File %1 can not be open").arg(SystemNames::Fstab);
-    QFile file(SystemNames::Fstab);
-    const QByteArray table = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    if (file.error() != QFileDevice::NoError) {
-        Q_EMIT error(cannotOpen);
-        Q_EMIT detail(file.errorString());
-        return false;
-    }
-
-    const QStringList lines = _buffer.blkidLines();
-    const auto resolve = [this, &lines](const QString &spec) { return _devices.resolveDevice(spec, lines); };
-    const FstabRewrite rewrite = rewriteFstab(table, device, options, resolve);
-    if (!rewrite.refusal.isEmpty()) {
-        Q_EMIT error(rewrite.refusal);
-        return false;
-    }
-
-    if (rewrite.content.count('#') < table.count('#'))
-        keepComments(table);
-    const FileReplacement replacement = replaceFile(SystemNames::Fstab, rewrite.content);
-    switch (replacement.end) {
-    case FileReplacement::End::NotOpened:
-        Q_EMIT error(cannotOpen);
-        Q_EMIT detail(replacement.reason);
-        return false;
-    case FileReplacement::End::NotWritten:
-        Q_EMIT error(cannotOpen);
-        Q_EMIT error(tr("It could not be written and is as it was before: %1").arg(replacement.reason));
-        return false;
-    case FileReplacement::End::Replaced:
-        break;
-    }
-    _devices.forgetFstab(); // or the other kind's option would be set in the options of before
-    return true;
+    return change(device, {OptionChange::Step::Replace, UserQuota, options}).isDone;
 }
 
-void FstabWriter::keepComments(const QByteArray &table)
+bool FstabWriter::takeBack(const FstabEdit &edit, const QString &device, QuotaKind kind)
+{
+    // The table of before has its comments, and its lines for other mount points as they were.
+    if (replaceFile(SystemNames::Fstab, edit.before, edit.after).succeeded()) {
+        _buffer.forgetFstab();
+        return true;
+    }
+    return setOption(device, kind, false).isDone;
+}
+
+FstabRewrite FstabWriter::preview(const QString &device, QuotaKind kind, bool enable)
+{
+    const MountFile file = MountFile::read(SystemNames::Fstab);
+    if (!file.isWhole())
+        return {}; // which is for the change itself to report
+    return rewriteFstab(file.bytes, device, changeOf(kind, enable), _devices.blkid());
+}
+
+FstabEdit FstabWriter::change(const QString &device, const OptionChange &change)
+{
+    const BlkidTable &blkid = _devices.blkid(); // which may take a minute, in which the table can change
+    const QString cannotOpen = tr("File %1 can not be open").arg(SystemNames::Fstab);
+    for (int attempt = 0; attempt < MostAttempts; ++attempt) {
+        const MountFile file = MountFile::read(SystemNames::Fstab);
+        if (!file.isWhole()) {
+            Q_EMIT error(cannotOpen);
+            Q_EMIT detail(QStringLiteral("%1: %2").arg(SystemNames::Fstab, file.reason));
+            return {};
+        }
+        const FstabRewrite rewrite = rewriteFstab(file.bytes, device, change, blkid);
+        if (!rewrite.refusal.isEmpty()) {
+            if (rewrite.matters)
+                Q_EMIT error(rewrite.refusal);
+            return {!rewrite.matters, {}, {}};
+        }
+        if (rewrite.content == file.bytes)
+            return {true, {}, {}};
+        if (rewrite.content.count('#') < file.bytes.count('#') && !keepComments(file.bytes))
+            return {};
+
+        const FileReplacement replacement = replaceFile(SystemNames::Fstab, rewrite.content, file.bytes);
+        switch (replacement.end) {
+        case FileReplacement::End::Replaced:
+            _buffer.forgetFstab();
+            return {true, file.bytes, rewrite.content};
+        case FileReplacement::End::ChangedMeanwhile:
+            break;
+        case FileReplacement::End::NotOpened:
+            Q_EMIT error(cannotOpen);
+            Q_EMIT detail(QStringLiteral("%1: %2").arg(SystemNames::Fstab, replacement.reason));
+            return {};
+        case FileReplacement::End::NotWritten:
+            Q_EMIT error(cannotOpen);
+            Q_EMIT error(tr("It could not be written and is as it was before: %1").arg(replacement.reason));
+            return {};
+        }
+    }
+    Q_EMIT error(tr("File %1 was not changed: another program kept changing it; try again for %2 when that has ended")
+                     .arg(SystemNames::Fstab, device));
+    return {};
+}
+
+/// The rewritten table has no comments.
+bool FstabWriter::keepComments(const QByteArray &table)
 {
     const QString copy = BackupCopy::make(SystemNames::Fstab, table);
     if (copy.isEmpty())
-        Q_EMIT detail(tr("The comments of %1 are not written again, and no copy of the file as it was could be made in "
-                         "/var/backups.")
-                          .arg(SystemNames::Fstab));
+        Q_EMIT error(tr("File %1 was not changed: its comments would be lost, and no copy of it could be made in "
+                        "/var/backups; make room there and try again")
+                         .arg(SystemNames::Fstab));
     else
         Q_EMIT detail(tr("The comments of %1 are not written again. The file as it was is kept as %2.")
                           .arg(SystemNames::Fstab, copy));
+    return !copy.isEmpty();
 }

@@ -5,16 +5,13 @@
 
 #include <QHash>
 
+#include <limits>
+
 namespace
 {
 
 /// The kernel counts limits in blocks of 1024 bytes.
 constexpr int BlockShift = 10;
-
-QDateTime toTime(quint64 seconds)
-{
-    return seconds == 0 ? QDateTime() : QDateTime::fromSecsSinceEpoch(static_cast<qint64>(seconds));
-}
 
 quint64 toSeconds(const QDateTime &time)
 {
@@ -23,7 +20,21 @@ quint64 toSeconds(const QDateTime &time)
 
 } // namespace
 
-const MemorySize &MemorySizes::limit(quint64 bytes)
+quint64 limitInBytes(quint64 blocks)
+{
+    constexpr quint64 Most = std::numeric_limits<quint64>::max();
+    return blocks <= (Most >> BlockShift) ? blocks << BlockShift : Most;
+}
+
+QDateTime toTime(quint64 seconds)
+{
+    // A date counts milliseconds, and is asked for in any time zone.
+    constexpr qint64 Last = std::numeric_limits<qint64>::max() / 1000 - 2 * 24 * 60 * 60;
+    return seconds == 0 ? QDateTime()
+                        : QDateTime::fromSecsSinceEpoch(static_cast<qint64>(qMin(seconds, quint64(Last))));
+}
+
+MemorySize MemorySizes::limit(quint64 bytes)
 {
     MemorySize &recent = _recent[qHashBits(&bytes, sizeof bytes) % _recent.size()];
     if (recent.bytes != bytes)
@@ -34,8 +45,8 @@ const MemorySize &MemorySizes::limit(quint64 bytes)
 void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes)
 {
     quota.usedBlocks = sizes.used(record.dqb_curspace);
-    quota.hardBlockLimit = sizes.limit(record.dqb_bhardlimit << BlockShift);
-    quota.softBlockLimit = sizes.limit(record.dqb_bsoftlimit << BlockShift);
+    quota.hardBlockLimit = sizes.limit(limitInBytes(record.dqb_bhardlimit));
+    quota.softBlockLimit = sizes.limit(limitInBytes(record.dqb_bsoftlimit));
     quota.usedInodes = record.dqb_curinodes;
     quota.hardInodeLimit = record.dqb_ihardlimit;
     quota.softInodeLimit = record.dqb_isoftlimit;

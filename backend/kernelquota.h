@@ -17,8 +17,8 @@ public:
     /// Of what is used hardly two are alike.
     MemorySize used(quint64 bytes) const { return {_units, bytes}; }
     /// Most accounts of a machine have one of a few limits: what came up lately is given out again, and accounts with
-    /// the same limit share its text. Valid until the next one.
-    const MemorySize &limit(quint64 bytes);
+    /// the same limit share its text.
+    MemorySize limit(quint64 bytes);
 
 private:
     MemorySizeTransfer _units;
@@ -28,6 +28,12 @@ private:
 /// Sets what the kernel knows of one account: usage, limits, the times to force, and whether the account is limited.
 /// The facts of the device, `kindIsOn` among them, stay as they are and are set before.
 void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes);
+
+/// A limit in blocks as a count of bytes; the most that can be counted for one that is more.
+quint64 limitInBytes(quint64 blocks);
+
+/// A time of the kernel's; invalid for 0, and the last one that can be told for one that is later.
+QDateTime toTime(quint64 seconds);
 
 /// The limits for the kernel, and the times to force that are set: without one its timer starts anew. A limit in bytes
 /// is its number and unit joined; what is less than a block of 1024 bytes is dropped. Usage is never written.

@@ -5,30 +5,18 @@
 
 #include "devicetable.h"
 #include "quotactl.h"
+#include "quotactlmessages.h"
+#include "reporter.h"
 #include "systemnames.h"
 
 #include <QFileInfo>
-#include <QStringList>
 #include <QVector>
 
 #include <cerrno>
-#include <limits>
 
-namespace
-{
-
-/// The kernel's number is wider than a period; one that does not fit is as long as a period can be.
-TimePeriod toPeriod(quint64 seconds)
-{
-    constexpr quint64 Longest = std::numeric_limits<quint32>::max();
-    return TimePeriod(static_cast<quint32>(qMin(seconds, Longest)));
-}
-
-} // namespace
-
-KindReader::KindReader(DeviceTable &devices, QObject *parent)
-    : QObject(parent)
-    , _devices(devices)
+KindReader::KindReader(DeviceTable &devices, Reporter &reporter)
+    : _devices(devices)
+    , _reporter(reporter)
 {}
 
 bool KindReader::quotaFileExists(const QString &device, QuotaKind kind)
@@ -46,24 +34,33 @@ bool KindReader::isQuotaOn(const QString &device, QuotaKind kind)
     return askWhetherOn(device, kind).value_or(false);
 }
 
-std::optional<bool> KindReader::askWhetherOn(const QString &device, QuotaKind kind)
+std::optional<bool> KindReader::askWhetherOn(const QString &device, QuotaKind kind, NotMounted notMounted)
 {
     QVector<int> errorNumbers;
-    QStringList messages;
     QuotaCtl kernel;
-    connect(&kernel, qOverload<int>(&QuotaCtl::error), this,
-            [&errorNumbers](int errorNumber) { errorNumbers.append(errorNumber); });
-    connect(&kernel, qOverload<const QString &>(&QuotaCtl::error), this,
-            [&messages](const QString &message) { messages.append(message); });
+    QObject::connect(&kernel, qOverload<int>(&QuotaCtl::error),
+                     [&errorNumbers](int errorNumber) { errorNumbers.append(errorNumber); });
     kernel.getFormat(device, kind);
 
     if (errorNumbers == QVector<int>{ESRCH}) // the kernel's way to say that the kind is off
         return false;
-    if (!messages.isEmpty()) {
-        Q_EMIT error(messages.join(QLatin1Char(' ')));
-        return std::nullopt;
-    }
-    return true;
+    if (errorNumbers == QVector<int>{ENODEV} && notMounted == NotMounted::IsOff)
+        return false;
+    for (const int errorNumber : qAsConst(errorNumbers))
+        reportQuotaCtlFailure(_reporter, device, errorNumber);
+    return errorNumbers.isEmpty() ? std::make_optional(true) : std::nullopt;
+}
+
+std::optional<dqinfo> KindReader::askInfo(const QString &device, QuotaKind kind)
+{
+    bool isAnswered = true;
+    QuotaCtl kernel;
+    QObject::connect(&kernel, qOverload<int>(&QuotaCtl::error), [&](int errorNumber) {
+        isAnswered = false;
+        reportQuotaCtlFailure(_reporter, device, errorNumber);
+    });
+    const dqinfo info = kernel.getInfo(device, kind);
+    return isAnswered ? std::make_optional(info) : std::nullopt;
 }
 
 KindState KindReader::read(const QString &device, QuotaKind kind)
@@ -76,13 +73,12 @@ KindState KindReader::read(const QString &device, QuotaKind kind)
     settings.quotaOn = isQuotaOn(device, kind);
     settings.fileExists = quotaFileExists(device, kind);
     if (settings.quotaOn) {
-        QuotaCtl kernel;
-        connect(&kernel, qOverload<const QString &>(&QuotaCtl::error), this,
-                qOverload<const QString &>(&KindReader::error));
-        const dqinfo info = kernel.getInfo(device, kind);
-        settings.blockGrace = toPeriod(info.dqi_bgrace);
-        settings.inodeGrace = toPeriod(info.dqi_igrace);
-        state.isFilesystemFeature = (info.dqi_flags & DQF_SYS_FILE) != 0;
+        const std::optional<dqinfo> info = askInfo(device, kind);
+        if (info) {
+            settings.blockGrace = TimePeriod::ofSeconds(info->dqi_bgrace);
+            settings.inodeGrace = TimePeriod::ofSeconds(info->dqi_igrace);
+            state.isFilesystemFeature = (info->dqi_flags & DQF_SYS_FILE) != 0;
+        }
     }
     return state;
 }

@@ -6,12 +6,14 @@
 #include <kindsettings.h>
 #include <quotakind.h>
 
-#include <QObject>
 #include <QString>
 
 #include <optional>
 
+#include <sys/quota.h>
+
 class DeviceTable;
+class Reporter;
 
 /// What one kind of quota on one device is like.
 struct KindState
@@ -22,24 +24,30 @@ struct KindState
 
 /// Asks the mount tables, the mount point and the kernel about one kind of quota on one device.
 /// Belongs to the thread of its DeviceTable.
-class KindReader : public QObject
+class KindReader
 {
-    Q_OBJECT
-
 public:
-    /// `devices` is not owned and must live longer.
-    explicit KindReader(DeviceTable &devices, QObject *parent = nullptr);
+    /// What it is made with is not owned and must live longer.
+    KindReader(DeviceTable &devices, Reporter &reporter);
 
-    /// See QuotaManager for these.
+    /// Whether the quota file stands in the device's mount point. An error when the device is not mounted.
     bool quotaFileExists(const QString &device, QuotaKind kind);
+    /// What the kernel says. That it is off is no error.
     bool isQuotaOn(const QString &device, QuotaKind kind);
+    /// What a device is for askWhetherOn() of which the kernel says that it is mounted nowhere.
+    enum class NotMounted
+    {
+        IsError,
+        IsOff
+    };
     /// The same, but nothing when the kernel has no answer, which is an error: off is another thing than not known.
-    std::optional<bool> askWhetherOn(const QString &device, QuotaKind kind);
+    std::optional<bool> askWhetherOn(const QString &device, QuotaKind kind,
+                                     NotMounted notMounted = NotMounted::IsError);
+    /// The grace periods and flags of a kind that is on; nothing when the kernel has no answer, which is an error.
+    std::optional<dqinfo> askInfo(const QString &device, QuotaKind kind);
     KindState read(const QString &device, QuotaKind kind);
-
-Q_SIGNALS:
-    void error(const QString &message);
 
 private:
     DeviceTable &_devices;
+    Reporter &_reporter;
 };

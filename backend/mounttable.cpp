@@ -5,41 +5,22 @@
 
 #include "blkidtable.h"
 
-namespace
+MountTable::MountTable(const QVector<MountEntry> &entries, const BlkidTable &blkid)
+    : _entries(entries)
 {
-
-void insertFirst(QHash<QString, int> &index, const QString &name, int entry)
-{
-    if (!index.contains(name))
-        index.insert(name, entry);
-}
-
-} // namespace
-
-MountTable::MountTable(QVector<MountEntry> entries, BlkidTable &blkid)
-    : _entries(std::move(entries))
-{
-    for (int i = 0; i < _entries.size(); ++i) {
-        const QString &name = _entries.at(i).fsName;
-        const QString path = blkid.resolve(name);
-        insertFirst(_firstByAnyName, name, i);
-        insertFirst(_firstByAnyName, path, i);
-        insertFirst(_firstByDevice, path.isEmpty() ? name : path, i);
+    for (int number = entries.size() - 1; number >= 0; --number) {
+        const QString &spelling = entries.at(number).fsName;
+        const QString path = blkid.resolve(spelling);
+        const QString device = path.isEmpty() ? spelling : path;
+        _devices.prepend(device);
+        _byDevice.insert(device, number);
+        _byName.insert(spelling, number);
+        _byName.insert(path, number);
     }
 }
 
-const MountEntry *MountTable::spelledOrResolved(const QString &device) const
+const MountEntry *MountTable::at(const LineByName &lines, const QString &name) const
 {
-    return entry(_firstByAnyName, device);
-}
-
-const MountEntry *MountTable::resolved(const QString &device) const
-{
-    return entry(_firstByDevice, device);
-}
-
-const MountEntry *MountTable::entry(const QHash<QString, int> &index, const QString &device) const
-{
-    const auto found = index.constFind(device);
-    return found == index.constEnd() ? nullptr : &_entries.at(*found);
+    const auto number = lines.constFind(name);
+    return number == lines.cend() ? nullptr : &_entries.at(*number);
 }

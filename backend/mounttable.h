@@ -6,26 +6,35 @@
 #include "mountentry.h"
 
 #include <QHash>
+#include <QString>
+#include <QStringList>
 #include <QVector>
 
 class BlkidTable;
 
-/// The entries of a mount table, found by device however the file spells it.
+/// The lines of a mount table, and the devices that they are for. Made once for each reading of the table; all that
+/// looks a device up in a table does so by one of these.
+///
+/// A line is for the device that "blkid" knows by the line's spelling, or else for what it spells. Of two lines the
+/// first counts.
 class MountTable
 {
 public:
-    /// Resolves every entry at once.
-    MountTable(QVector<MountEntry> entries, BlkidTable &blkid);
+    MountTable(const QVector<MountEntry> &entries, const BlkidTable &blkid);
 
-    /// The first entry that is spelled like the device or resolves to it. Null when there is none, as with the next.
-    const MountEntry *spelledOrResolved(const QString &device) const;
-    /// The first entry that resolves to the device; the spelling counts only where nothing is resolved.
-    const MountEntry *resolved(const QString &device) const;
+    /// One for each line.
+    const QStringList &devices() const { return _devices; }
+    /// The line that is for the device; null when there is none.
+    const MountEntry *lineFor(const QString &device) const { return at(_byDevice, device); }
+    /// The line that is for the device, or spells it just like that.
+    const MountEntry *lineNaming(const QString &device) const { return at(_byName, device); }
 
 private:
-    const MountEntry *entry(const QHash<QString, int> &index, const QString &device) const;
+    using LineByName = QHash<QString, int>;
+    const MountEntry *at(const LineByName &lines, const QString &name) const;
 
     QVector<MountEntry> _entries;
-    QHash<QString, int> _firstByAnyName;
-    QHash<QString, int> _firstByDevice;
+    QStringList _devices;
+    LineByName _byDevice;
+    LineByName _byName;
 };

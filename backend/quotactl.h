@@ -9,6 +9,8 @@
 
 #include <sys/quota.h>
 
+class MountedDevice;
+
 /// The kernel's quota interface, in the kernel's own units: limits in blocks of 1024 bytes, used space in bytes, times
 /// in seconds. Holds no state; made for one question, on the thread that asks it.
 ///
@@ -29,8 +31,9 @@ public:
 
     /// One account's limits and usage. All zero on failure.
     dqblk getQuota(const QString &device, qint32 id, int type);
-    /// The same for a path in UTF-8 already: to ask for many accounts on one device.
-    dqblk getQuota(const QByteArray &devicePath, qint32 id, int type);
+    /// The same to ask for many accounts on one device: by its descriptor for as long as that answers, then by its
+    /// path.
+    dqblk getQuota(MountedDevice &device, qint32 id, int type);
     bool setQuota(const QString &device, qint32 id, const dqblk &quota, int type);
 
     /// Hands the kernel the quota file by its bare name below "/", whatever the mount point. Quotas are switched by

@@ -3,6 +3,8 @@
 
 #include "quotactlmessages.h"
 
+#include "reporter.h"
+
 #include <QCoreApplication>
 
 #include <array>
@@ -39,12 +41,6 @@ constexpr Messages buildMessages()
 
 constexpr Messages Texts = buildMessages();
 
-/// What a disk fails with. (That a device is not mounted is told where that is looked at.)
-bool isDisksOwn(int errorNumber)
-{
-    return errorNumber == ENOSPC || errorNumber == EIO || errorNumber == EROFS;
-}
-
 } // namespace
 
 QString quotaCtlMessage(int errorNumber)
@@ -55,8 +51,12 @@ QString quotaCtlMessage(int errorNumber)
 
 QStringList quotaCtlMessages(const QString &device, int errorNumber)
 {
-    QStringList lines{quotaCtlMessage(errorNumber)};
-    if (isDisksOwn(errorNumber))
-        lines.append(QStringLiteral("%1: %2").arg(device, qt_error_string(errorNumber)));
-    return lines;
+    return {quotaCtlMessage(errorNumber), QStringLiteral("%1: %2").arg(device, qt_error_string(errorNumber))};
+}
+
+void reportQuotaCtlFailure(Reporter &reporter, const QString &device, int errorNumber)
+{
+    const QStringList lines = quotaCtlMessages(device, errorNumber);
+    for (const QString &line : lines)
+        reporter.error(line);
 }

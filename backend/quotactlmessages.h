@@ -5,8 +5,14 @@
 
 #include <QStringList>
 
+class Reporter;
+
 /// What to tell the administrator of a quotactl() that failed with that errno.
 QString quotaCtlMessage(int errorNumber);
 
-/// The same for a failure on that device, in lines: where it is the disk that fails, a second one says how.
+/// The same for a failure on that device, in two lines: the second one names the device and what the system calls the
+/// failure, since the first alone fits any of several disks.
 QStringList quotaCtlMessages(const QString &device, int errorNumber);
+
+/// Reports those lines one by one.
+void reportQuotaCtlFailure(Reporter &reporter, const QString &device, int errorNumber);

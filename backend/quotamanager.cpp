@@ -9,36 +9,74 @@
 #include "devicetable.h"
 #include "fstabwriter.h"
 #include "kindreader.h"
+#include "limitswriter.h"
+#include "mounteddevice.h"
 #include "quotaprograms.h"
 #include "quotaswitch.h"
+#include "reporter.h"
+#include "settingswriter.h"
 
-#include <touchedpart.h>
+#include <sys/statvfs.h>
 
-#include <QScopedValueRollback>
+namespace
+{
+
+/// Of the file system, in bytes; 0 where it cannot be asked.
+quint64 sizeOf(const MountedDevice &device)
+{
+    struct statvfs facts = {};
+    const bool isKnown = device.descriptor() >= 0 && fstatvfs(device.descriptor(), &facts) == 0;
+    return isKnown ? quint64(facts.f_blocks) * facts.f_frsize : 0;
+}
+
+} // namespace
+
+/// What the parts report becomes signals of the manager.
+class QuotaManager::Signals : public Reporter
+{
+public:
+    explicit Signals(QuotaManager &manager)
+        : _manager(manager)
+    {}
+    void detail(const QString &text) override { Q_EMIT _manager.detail(text); }
+    void progress(quint64 done, quint64 total, const QString &unit) override
+    {
+        Q_EMIT _manager.progress(done, total, unit);
+    }
+    bool isCancelled() const override { return _manager._isCancelled && _manager._isCancelled(); }
+
+protected:
+    void passError(const QString &message) override { Q_EMIT _manager.error(message); }
+
+private:
+    QuotaManager &_manager;
+};
 
 QuotaManager::QuotaManager(QObject *parent)
     : QObject(parent)
+    , _signals(std::make_unique<Signals>(*this))
     , _buffer(std::make_unique<BufferData>())
     , _devices(std::make_unique<DeviceTable>(*_buffer))
     , _accounts(std::make_unique<AccountTable>(*_buffer))
-    , _kinds(std::make_unique<KindReader>(*_devices))
+    , _kinds(std::make_unique<KindReader>(*_devices, *_signals))
     , _fstab(std::make_unique<FstabWriter>(*_buffer, *_devices))
     , _programs(std::make_unique<QuotaPrograms>())
     , _switch(std::make_unique<QuotaSwitch>(
           QuotaSwitch::Tools{*_devices, *_kinds, *_fstab, *_programs, [this] { resetCache(); }}))
-    , _accountQuotas(std::make_unique<AccountQuotas>(*_devices, *_kinds, *_accounts, *_switch))
+    , _settings(std::make_unique<SettingsWriter>(
+          *_kinds, *_switch, [this] { resetCache(); }, *_signals))
+    , _accountQuotas(std::make_unique<AccountQuotas>(*_devices, *_kinds, *_accounts, *_signals))
+    , _limits(std::make_unique<LimitsWriter>(*_kinds, *_accounts, *_switch, *_signals))
 {
     connect(_buffer.get(), &BufferData::error, this, &QuotaManager::error);
     connect(_buffer.get(), &BufferData::detail, this, &QuotaManager::detail);
-    connect(_devices.get(), &DeviceTable::error, this, &QuotaManager::report);
-    connect(_kinds.get(), &KindReader::error, this, &QuotaManager::report);
+    connect(_buffer.get(), &BufferData::forgotten, this, [this] { _accounts->reset(); });
+    connect(_devices.get(), &DeviceTable::error, this, [this](const QString &message) { _signals->error(message); });
     connect(_fstab.get(), &FstabWriter::error, this, &QuotaManager::error);
     connect(_fstab.get(), &FstabWriter::detail, this, &QuotaManager::detail);
     connect(_programs.get(), &QuotaPrograms::error, this, &QuotaManager::error);
     connect(_programs.get(), &QuotaPrograms::detail, this, &QuotaManager::detail);
     connect(_switch.get(), &QuotaSwitch::error, this, &QuotaManager::error);
-    connect(_accountQuotas.get(), &AccountQuotas::error, this, &QuotaManager::report);
-    connect(_accountQuotas.get(), &AccountQuotas::detail, this, &QuotaManager::detail);
 }
 
 QuotaManager::~QuotaManager() = default;
@@ -107,7 +145,7 @@ GeneralData QuotaManager::readGeneral()
 
 bool QuotaManager::setFstabOption(const QString &device, QuotaKind kind, bool enable)
 {
-    return _fstab->setOption(device, kind, enable);
+    return _fstab->setOption(device, kind, enable).isDone;
 }
 
 bool QuotaManager::writeFstab(const QString &device, const QStringList &options)
@@ -117,12 +155,12 @@ bool QuotaManager::writeFstab(const QString &device, const QStringList &options)
 
 bool QuotaManager::remount(const QString &device)
 {
-    return _programs->remount(device);
+    return _programs->remount(device).isDone;
 }
 
 bool QuotaManager::createQuotaFiles(const QString &device, int type)
 {
-    return _programs->createQuotaFiles(device, type);
+    return _programs->createQuotaFiles(device, type).isDone;
 }
 
 bool QuotaManager::runQuotaOnOff(const QString &device, QuotaKind kind, bool on)
@@ -147,38 +185,27 @@ bool QuotaManager::switchOnDemand(const QString &device, QuotaKind kind)
 
 void QuotaManager::applyGeneral(const GeneralData &data)
 {
-    const std::optional<TouchedPart> touched = TouchedPart::of(data);
-    const auto apply = [&](const QString &device, const KindSettings &settings, QuotaKind kind) {
-        using Graces = QuotaSwitch::Graces;
-        if (!touched || touched->contains(device, kind))
-            _switch->applySettings(settings, kind,
-                                   !touched || touched->graces.contains(kind) ? Graces::Set : Graces::Leave);
-    };
-    for (auto device = data.deviceSettings.cbegin(); device != data.deviceSettings.cend(); ++device) {
-        apply(device.key(), device->userSettings, UserQuota);
-        resetCache();
-        apply(device.key(), device->groupSettings, GroupQuota);
-    }
+    _settings->write(data);
 }
 
 qint32 QuotaManager::userId(const QString &name)
 {
-    return _accounts->userId(name);
+    return _accounts->id(name, UserQuota);
 }
 
 qint32 QuotaManager::groupId(const QString &name)
 {
-    return _accounts->groupId(name);
+    return _accounts->id(name, GroupQuota);
 }
 
 QStringList QuotaManager::userNames()
 {
-    return _accounts->userNames();
+    return _accounts->names(UserQuota);
 }
 
 QStringList QuotaManager::groupNames()
 {
-    return _accounts->groupNames();
+    return _accounts->names(GroupQuota);
 }
 
 UserData QuotaManager::readUser(const QString &name)
@@ -203,37 +230,29 @@ QuotaManager::Accounts QuotaManager::readAllGroups()
 
 bool QuotaManager::writeQuotas(const AbstractElementData &account, QuotaKind kind)
 {
-    return _accountQuotas->write(account, kind);
+    return _limits->write(account, kind);
 }
 
 void QuotaManager::resetCache()
 {
     _buffer->resetCache();
-    _devices->reset();
-    _accounts->reset();
 }
 
+/// The two kinds fail alike on an unmounted device: that is said once.
 DeviceSettings QuotaManager::readDevice(const QString &device)
 {
     DeviceSettings settings;
-    const QScopedValueRollback<QStringList *> collecting(_deviceFailures, &settings.failures);
+    const Reporter::Once once(*_signals, settings.failures);
     const KindState users = _kinds->read(device, UserQuota);
     const KindState groups = _kinds->read(device, GroupQuota);
     settings.userSettings = users.settings;
     settings.groupSettings = groups.settings;
     settings.filesystemType = mountedType(device);
+    if (!settings.filesystemType.isEmpty()) {
+        settings.mountPoint = mountPoint(device);
+        settings.size = sizeOf(MountedDevice(device, settings.mountPoint));
+    }
     if (users.isFilesystemFeature || groups.isFilesystemFeature)
         settings.features.append(DeviceSettings::quotaFeature());
     return settings;
-}
-
-/// Passes a failure on. In a whole read the two kinds fail alike on an unmounted device: that is said once.
-void QuotaManager::report(const QString &message)
-{
-    if (_deviceFailures) {
-        if (_deviceFailures->contains(message))
-            return;
-        _deviceFailures->append(message);
-    }
-    Q_EMIT error(message);
 }

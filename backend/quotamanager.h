@@ -12,6 +12,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -21,13 +22,16 @@ class BufferData;
 class DeviceTable;
 class FstabWriter;
 class KindReader;
+class LimitsWriter;
 class QuotaPrograms;
 class QuotaSwitch;
+class SettingsWriter;
 
 /// The one entry point to the machine's quotas. Made for the run of one task and used on its thread alone.
 ///
-/// Nothing throws: a failure is a text through error(), and the operation returns false, -1 or an empty value. Each of
-/// the system's sources is read at most once between two resets; a source that cannot be read is reported once.
+/// Nothing throws: a failure is a text through error(), and the operation returns false, -1 or an empty value. What is
+/// asked of the system's sources is answered from one read of each between two resets, and a source that cannot be read
+/// is reported once. A change of "/etc/fstab" looks at the file itself, and has what was read of it before forgotten.
 class QuotaManager : public QObject
 {
     Q_OBJECT
@@ -72,11 +76,11 @@ public:
 
     // Switching a kind of quota on a device, step by step. Each returns whether it succeeded.
 
-    /// Adds the kind's option to the device's line of "/etc/fstab", or removes every copy of it. The file stays
+    /// Adds the kind's option to each line of the device in "/etc/fstab", or removes every copy of it. The file stays
     /// untouched where that changes nothing.
     bool setFstabOption(const QString &device, QuotaKind kind, bool enable);
-    /// Replaces the options of the first line of "/etc/fstab" that resolves to the device. The file is replaced whole
-    /// or stays as it is; see rewriteFstab() for what it keeps and what it refuses.
+    /// Replaces the options of each line of "/etc/fstab" that resolves to the device. The file is replaced whole or
+    /// stays as it is; see rewriteFstab() for what it keeps and what it refuses.
     bool writeFstab(const QString &device, const QStringList &options);
     /// A mount that fails is a detail, not an error. The caller resets the cache before it looks at "/etc/mtab" again.
     bool remount(const QString &device);
@@ -93,7 +97,8 @@ public:
     bool applyQuotaSettings(const KindSettings &settings, QuotaKind kind);
     /// Switches on a kind that is off, so that limits can be set. False when it did not come so far.
     bool switchOnDemand(const QString &device, QuotaKind kind);
-    /// Applies what the record marks as changed (see TouchedPart), or all of it, in the order of the devices.
+    /// Applies what was edited (see TouchedSettings): switches a kind whose wish differs from what was read, and sets
+    /// the grace periods that do. Without a touched device all of the record counts, in the order of the devices.
     void applyGeneral(const GeneralData &data);
 
     // Local accounts.
@@ -112,14 +117,19 @@ public:
     UserData readUser(const QString &name);
     GroupData readGroup(const QString &name);
     /// All of them: UserData records, GroupData records. The facts of a device are asked once, and then one question
-    /// for each account and device; a failure is reported once for each device. Says as details how far it has come.
+    /// for each account and device; a failure is reported once for each device.
     Accounts readAllUsers();
     Accounts readAllGroups();
-    /// Applies an account's limits, and the times to force that are set, to the part of the record that was touched
-    /// (see TouchedPart), or to all of it. Where the kind is off it is switched on first when there is a limit, and the
-    /// device is left alone when there is none. A record reaches the account that has both its name and its id, and
-    /// nobody else. False when anything failed; the other devices are applied all the same.
+    /// Applies what was edited of an account's limits and times to force (see TouchedQuota): it is put into what the
+    /// kernel has now, and a field that was changed there since the read is reported instead. Without a touched device
+    /// the limits and the times that are set of the whole record are written. Where the kind is off it is switched on
+    /// first when there is a limit, and the device is left alone when there is none. A record reaches the account that
+    /// has both its name and its id, and nobody else. False when anything failed; the other devices are applied all the
+    /// same.
     bool writeQuotas(const AbstractElementData &account, QuotaKind kind);
+
+    /// Has the reads of all accounts stop when `isCancelled` says so. What they return then is not all.
+    void setCancelCheck(std::function<bool()> isCancelled) { _isCancelled = std::move(isCancelled); }
 
     /// Forgets what was read of the system's sources.
     void resetCache();
@@ -128,11 +138,16 @@ Q_SIGNALS:
     void error(const QString &message);
     /// Which program runs now, or how it ended, whether or not that is an error.
     void detail(const QString &text);
+    /// How far a read of all accounts is; `unit` is what is counted, in the plural.
+    void progress(quint64 done, quint64 total, const QString &unit);
 
 private:
     DeviceSettings readDevice(const QString &device);
-    void report(const QString &message);
 
+    class Signals;
+
+    std::function<bool()> _isCancelled;
+    std::unique_ptr<Signals> _signals;
     std::unique_ptr<BufferData> _buffer;
     std::unique_ptr<DeviceTable> _devices;
     std::unique_ptr<AccountTable> _accounts;
@@ -140,6 +155,7 @@ private:
     std::unique_ptr<FstabWriter> _fstab;
     std::unique_ptr<QuotaPrograms> _programs;
     std::unique_ptr<QuotaSwitch> _switch;
+    std::unique_ptr<SettingsWriter> _settings;
     std::unique_ptr<AccountQuotas> _accountQuotas;
-    QStringList *_deviceFailures = nullptr; // what was reported of the device that a whole read is at
+    std::unique_ptr<LimitsWriter> _limits;
 };

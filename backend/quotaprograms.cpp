@@ -6,18 +6,22 @@
 #include "programdetail.h"
 #include "systemnames.h"
 
-#include <process.h>
-
-#include <utility>
-
 namespace
 {
 
-constexpr int wait = 30000; // milliseconds
+constexpr int ProgramWait = 30000; // milliseconds
 
 QString kindSwitch(QuotaKind kind)
 {
     return kind == GroupQuota ? QStringLiteral("-g") : QStringLiteral("-u");
+}
+
+QString complaintOf(const QString &program, const QStringList &arguments, const ProcessResult &result)
+{
+    if (result.succeeded())
+        return {};
+    const QString complaint = programComplaint(result).trimmed();
+    return complaint.isEmpty() ? Process::describe(program, arguments, result) : complaint;
 }
 
 } // namespace
@@ -26,65 +30,59 @@ QuotaPrograms::QuotaPrograms(QObject *parent)
     : QObject(parent)
 {}
 
-bool QuotaPrograms::remount(const QString &device)
+ProgramStep QuotaPrograms::remount(const QString &device)
 {
+    const QString program = SystemNames::Mount;
     const QStringList arguments{device, QStringLiteral("-o"), QStringLiteral("remount")};
-    return run(SystemNames::Mount, arguments, Process::NoLimit, Process::NoLimit, Output::IsShown).succeeded();
+    const ProcessResult result = run(program, arguments, Process::NoLimit, Process::NoLimit, Process::Messages::AsUser);
+    return {result.succeeded(), complaintOf(program, arguments, result)};
 }
 
-bool QuotaPrograms::createQuotaFiles(const QString &device, int type)
+ProgramStep QuotaPrograms::createQuotaFiles(const QString &device, int type)
 {
     if (type != UserQuota && type != GroupQuota) {
         Q_EMIT error(tr("Unknown type option for createQuotaFiles"));
-        return false;
+        return {};
     }
     const QString program = SystemNames::Quotacheck;
     const QStringList arguments{kindSwitch(static_cast<QuotaKind>(type)) + QLatin1Char('m'), device};
-    const ProcessResult result = run(program, arguments, wait, Process::NoLimit, Output::IsShown);
+    const ProcessResult result = run(program, arguments, ProgramWait, Process::NoLimit, Process::Messages::AsUser);
     if (result.end == ProcessResult::End::NotStarted) {
         Q_EMIT error(tr("Process %1 %2 can not started").arg(program, arguments.join(QLatin1Char(' '))));
-        return false;
+        return {};
     }
-    return true; // whether the file is there now is asked of the file
+    // Done either way: whether the file is there now is asked of the file.
+    return {true, complaintOf(program, arguments, result)};
 }
 
 bool QuotaPrograms::runQuotaOnOff(const QString &device, QuotaKind kind, bool on)
 {
-    const QString program = on ? SystemNames::Quotaon : SystemNames::Quotaoff;
-    const QStringList arguments{kindSwitch(kind), device};
-    const ProcessResult result = run(program, arguments, wait, wait, Output::IsLookedAt);
-    if (result.end == ProcessResult::End::NotStarted) {
-        Q_EMIT error(tr("Process %1 can not started").arg(program));
-        return false;
-    }
-    if (result.end == ProcessResult::End::TimedOut) {
-        Q_EMIT error(tr("Process %1 can not finished").arg(program));
-        return false;
-    }
-    // "quotaon: using FILE on DEVICE" is how it says that the quotas were on before.
-    if (!result.standardError.isEmpty() && !result.standardError.contains(": using")) {
-        Q_EMIT error(tr("Process %1 %2 return error %3")
-                         .arg(program, arguments.join(QLatin1Char(' ')), programComplaint(result)));
-        return false;
-    }
-    return true;
+    const ProgramStep step = tryQuotaOnOff(device, kind, on);
+    if (!step.isDone)
+        Q_EMIT error(step.complaint);
+    return step.isDone;
 }
 
-QStringList QuotaPrograms::takeComplaints()
+ProgramStep QuotaPrograms::tryQuotaOnOff(const QString &device, QuotaKind kind, bool on)
 {
-    return std::exchange(_complaints, {});
+    const QString program = on ? SystemNames::Quotaon : SystemNames::Quotaoff;
+    const QStringList arguments{kindSwitch(kind), device};
+    const ProcessResult result = run(program, arguments, ProgramWait, ProgramWait, Process::Messages::InC);
+    if (result.end == ProcessResult::End::NotStarted)
+        return {false, tr("Process %1 can not started").arg(program)};
+    if (result.end == ProcessResult::End::TimedOut)
+        return {false, tr("Process %1 can not finished").arg(program)};
+    // "quotaon: using FILE on DEVICE" is how it says that the quotas were on before.
+    if (!result.standardError.isEmpty() && !result.standardError.contains(": using"))
+        return {false, tr("Process %1 %2 return error %3")
+                           .arg(program, arguments.join(QLatin1Char(' ')), programComplaint(result))};
+    return {true, QString()};
 }
 
 ProcessResult QuotaPrograms::run(const QString &program, const QStringList &arguments, int startWait, int finishWait,
-                                 Output output)
+                                 Process::Messages messages)
 {
-    const QString call = QStringList(QStringList{program} + arguments).join(QLatin1Char(' '));
-    Q_EMIT detail(tr("Running %1").arg(call));
-    const auto messages = output == Output::IsLookedAt ? Process::Messages::InC : Process::Messages::AsUser;
     ProcessResult result = Process::run(program, arguments, startWait, finishWait, messages);
     Q_EMIT detail(programDetail(program, arguments, result));
-    const QString complaint = programComplaint(result).trimmed();
-    if (output == Output::IsShown && !result.succeeded() && !complaint.isEmpty())
-        _complaints.append(complaint);
     return result;
 }

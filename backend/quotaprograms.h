@@ -3,13 +3,19 @@
 
 #pragma once
 
+#include <process.h>
 #include <quotakind.h>
 
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
-struct ProcessResult;
+/// How a step went that a program was run for.
+struct ProgramStep
+{
+    bool isDone = false;
+    QString complaint; ///< what the program said when it failed, or how it ended when it said nothing
+};
 
 /// Runs the programs that mount a device anew and switch its quotas. Each reports how it ended as a detail, whether or
 /// not that counts as an error. Any one thread.
@@ -21,12 +27,11 @@ public:
     explicit QuotaPrograms(QObject *parent = nullptr);
 
     /// See QuotaManager for these.
-    bool remount(const QString &device);
-    bool createQuotaFiles(const QString &device, int type);
+    ProgramStep remount(const QString &device);
+    ProgramStep createQuotaFiles(const QString &device, int type);
     bool runQuotaOnOff(const QString &device, QuotaKind kind, bool on);
-
-    /// What programs whose failure is no error said when they failed, since the last call.
-    QStringList takeComplaints();
+    /// The same; what would be an error is the step's complaint.
+    ProgramStep tryQuotaOnOff(const QString &device, QuotaKind kind, bool on);
 
 Q_SIGNALS:
     void error(const QString &message);
@@ -34,13 +39,6 @@ Q_SIGNALS:
     void detail(const QString &text);
 
 private:
-    enum class Output
-    {
-        IsShown,
-        IsLookedAt
-    };
     ProcessResult run(const QString &program, const QStringList &arguments, int startWait, int finishWait,
-                      Output output);
-
-    QStringList _complaints;
+                      Process::Messages messages);
 };

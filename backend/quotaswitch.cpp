@@ -32,14 +32,22 @@ bool QuotaSwitch::applySettings(const KindSettings &settings, QuotaKind kind, Gr
 {
     const QString &device = settings.device;
     if (!settings.quotaOn) {
-        if (_tools.kinds.isQuotaOn(device, kind))
-            _tools.programs.runQuotaOnOff(device, kind, false);
-        _tools.fstab.setOption(device, kind, false);
+        switchOff(device, kind);
+        return true;
+    }
+    const QString refusal = _tools.fstab.preview(device, kind, true).refusal;
+    const FstabEdit edit = refusal.isEmpty() ? _tools.fstab.setOption(device, kind, true) : FstabEdit();
+    if (!edit.isDone) {
+        const bool isOn = _tools.kinds.isQuotaOn(device, kind);
+        if (!isOn && !refusal.isEmpty())
+            Q_EMIT error(refusal);
+        else if (isOn && graces == Graces::Set) // for which the table does not matter
+            setGrace(settings, kind);
         return true;
     }
 
-    _tools.fstab.setOption(device, kind, true);
-    remount(device);
+    if (!remount(device, kind, edit).isDone && edit.hasWritten())
+        return true;
     bool hasFile = _tools.kinds.quotaFileExists(device, kind);
     if (!hasFile && isMountedWithOption(device, kind)) {
         _tools.programs.createQuotaFiles(device, kind);
@@ -56,34 +64,114 @@ bool QuotaSwitch::applySettings(const KindSettings &settings, QuotaKind kind, Gr
     return true;
 }
 
+/// Of a mounted device that does not tell whether quotas are on the option stays, and they with it. One that is not
+/// mounted has none that are on.
+void QuotaSwitch::switchOff(const QString &device, QuotaKind kind)
+{
+    const std::optional<bool> answer = _tools.kinds.askWhetherOn(device, kind);
+    if (!answer && _tools.devices.isMounted(device))
+        return;
+    const bool isOn = answer == true;
+    const FstabRewrite preview = _tools.fstab.preview(device, kind, false);
+    if (!preview.refusal.isEmpty()) {
+        if (isOn || preview.matters)
+            Q_EMIT error(preview.refusal);
+        return;
+    }
+    const bool isSwitchedOff = isOn && _tools.programs.runQuotaOnOff(device, kind, false);
+    if (!_tools.fstab.setOption(device, kind, false).isDone && isSwitchedOff)
+        Q_EMIT error(tr("%1: these quotas are off now, and come back at the next start unless the option %2 is taken "
+                        "out of %3")
+                         .arg(device, SystemNames::optionWord(kind), SystemNames::Fstab));
+}
+
+void QuotaSwitch::takeOption(const QString &device, QuotaKind kind)
+{
+    _tools.fstab.setOption(device, kind, false);
+}
+
 bool QuotaSwitch::switchOnDemand(const QString &device, QuotaKind kind)
 {
-    _tools.programs.takeComplaints();
-    if (tryToSwitchOn(device, kind))
+    QStringList complaints;
+    if (tryToSwitchOn(device, kind, complaints))
         return true;
     // Now they tell why: a full disk, a device that is not mounted.
-    const QStringList complaints = _tools.programs.takeComplaints();
-    for (const QString &complaint : complaints)
+    for (const QString &complaint : qAsConst(complaints))
         Q_EMIT error(complaint);
     return false;
 }
 
-bool QuotaSwitch::tryToSwitchOn(const QString &device, QuotaKind kind)
+/// `complaints`: what programs said whose failure is no error by itself.
+bool QuotaSwitch::tryToSwitchOn(const QString &device, QuotaKind kind, QStringList &complaints)
 {
-    _tools.fstab.setOption(device, kind, true);
+    const QString refusal = _tools.fstab.preview(device, kind, true).refusal;
+    if (!refusal.isEmpty()) {
+        Q_EMIT error(refusal);
+        return false;
+    }
+    const FstabEdit edit = _tools.fstab.setOption(device, kind, true);
+    if (!edit.isDone)
+        return false;
     if (!_tools.kinds.quotaFileExists(device, kind)) {
-        remount(device);
-        if (!isMountedWithOption(device, kind) || !_tools.programs.createQuotaFiles(device, kind))
+        const ProgramStep mounted = remount(device, kind, edit);
+        if (!mounted.isDone && edit.hasWritten())
+            return false;
+        complaints.append(mounted.complaint);
+        const ProgramStep counted =
+            isMountedWithOption(device, kind) ? _tools.programs.createQuotaFiles(device, kind) : ProgramStep();
+        complaints.append(counted.complaint);
+        complaints.removeAll(QString());
+        if (!counted.isDone)
             return false;
     }
-    return _tools.programs.runQuotaOnOff(device, kind, true);
+    return switchOnWithFile(device, kind, edit, complaints);
+}
+
+/// A quota file may be there from earlier, and the option not be in force yet: then "quotaon" refuses it.
+bool QuotaSwitch::switchOnWithFile(const QString &device, QuotaKind kind, const FstabEdit &edit,
+                                   QStringList &complaints)
+{
+    const ProgramStep step = _tools.programs.tryQuotaOnOff(device, kind, true);
+    if (step.isDone)
+        return true;
+    if (!isMountedWithOption(device, kind)) {
+        const ProgramStep mounted = remount(device, kind, edit);
+        if (!mounted.isDone && edit.hasWritten())
+            return false;
+        if (isMountedWithOption(device, kind))
+            return _tools.programs.runQuotaOnOff(device, kind, true);
+        if (!mounted.isDone)
+            complaints.append(mounted.complaint);
+    }
+    Q_EMIT error(step.complaint);
+    return false;
 }
 
 /// What was mounted with which options is another thing afterwards, also when it failed half-way.
-void QuotaSwitch::remount(const QString &device)
+ProgramStep QuotaSwitch::remount(const QString &device, QuotaKind kind, const FstabEdit &edit)
 {
-    _tools.programs.remount(device);
+    ProgramStep step = _tools.programs.remount(device);
     _tools.resetCache();
+    if (!step.isDone && edit.hasWritten())
+        explainFailedRemount(device, kind, edit, step.complaint);
+    return step;
+}
+
+void QuotaSwitch::explainFailedRemount(const QString &device, QuotaKind kind, const FstabEdit &edit,
+                                       const QString &complaint)
+{
+    const QString word = SystemNames::optionWord(kind);
+    if (!_tools.devices.isMounted(device))
+        Q_EMIT error(tr("%1 is not mounted. It has the option %2 in %3 now; mount it, then its quotas can be switched "
+                        "on: %4")
+                         .arg(device, word, SystemNames::Fstab, complaint));
+    else if (_tools.fstab.takeBack(edit, device, kind))
+        Q_EMIT error(tr("%1 could not be mounted again with the option %2, which was therefore taken out of %3 again: "
+                        "%4")
+                         .arg(device, word, SystemNames::Fstab, complaint));
+    else
+        Q_EMIT error(tr("%1 could not be mounted again with the option %2. Take it out of %3 before the next start: %4")
+                         .arg(device, word, SystemNames::Fstab, complaint));
 }
 
 bool QuotaSwitch::isMountedWithOption(const QString &device, QuotaKind kind)

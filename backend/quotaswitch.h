@@ -8,6 +8,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -15,8 +16,15 @@ class DeviceTable;
 class FstabWriter;
 class KindReader;
 class QuotaPrograms;
+struct FstabEdit;
+struct ProgramStep;
 
 /// Strings the single steps together that switch a kind of quota on a device. Belongs to the thread of what it uses.
+///
+/// A device is not switched by half: where "/etc/fstab" cannot be made to say the same after the next start, that is an
+/// error before any program switches anything on; and a text where switching off finds it out when they are off. An
+/// option that a mounted file system refuses does not stay in "/etc/fstab": it would refuse it at the next start as
+/// well. One for a device that is not mounted stays, as nothing has refused it.
 class QuotaSwitch : public QObject
 {
     Q_OBJECT
@@ -44,13 +52,18 @@ public:
     bool setGrace(const KindSettings &settings, QuotaKind kind);
     bool applySettings(const KindSettings &settings, QuotaKind kind, Graces graces);
     bool switchOnDemand(const QString &device, QuotaKind kind);
+    /// Takes the option of a kind that is off out of "/etc/fstab".
+    void takeOption(const QString &device, QuotaKind kind);
 
 Q_SIGNALS:
     void error(const QString &message);
 
 private:
-    bool tryToSwitchOn(const QString &device, QuotaKind kind);
-    void remount(const QString &device);
+    void switchOff(const QString &device, QuotaKind kind);
+    bool tryToSwitchOn(const QString &device, QuotaKind kind, QStringList &complaints);
+    bool switchOnWithFile(const QString &device, QuotaKind kind, const FstabEdit &edit, QStringList &complaints);
+    ProgramStep remount(const QString &device, QuotaKind kind, const FstabEdit &edit);
+    void explainFailedRemount(const QString &device, QuotaKind kind, const FstabEdit &edit, const QString &complaint);
     bool isMountedWithOption(const QString &device, QuotaKind kind);
 
     Tools _tools;

@@ -7,6 +7,7 @@
 
 #include <QLatin1String>
 #include <QString>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -49,6 +50,24 @@ inline bool isQuotaFilesystem(const QString &type)
 constexpr QLatin1String optionWord(QuotaKind kind)
 {
     return kind == GroupQuota ? name("grpquota") : name("usrquota");
+}
+
+/// The option under which a journaled file system keeps a kind of quota, and the format of both of its files.
+constexpr QLatin1String journaledWord(QuotaKind kind)
+{
+    return kind == GroupQuota ? name("grpjquota=") : name("usrjquota=");
+}
+inline constexpr QLatin1String JournaledFormat = name("jqfmt=");
+
+/// The journaled option of a kind that names a file; empty when there is none.
+inline QString journaledOption(const QStringList &options, QuotaKind kind)
+{
+    const QLatin1String word = journaledWord(kind);
+    for (const QString &option : options) {
+        if (option.startsWith(word) && option.size() > word.size())
+            return option;
+    }
+    return {};
 }
 
 /// The file in the mount point in which the kernel keeps a kind of quota.
