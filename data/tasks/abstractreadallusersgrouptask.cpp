@@ -9,38 +9,12 @@
 #include <abstractelement.h>
 #include <elementeditor.h>
 
-#include <QRunnable>
 #include <QThreadPool>
 
 namespace
 {
 
 using Records = std::vector<std::unique_ptr<ElementData>>;
-
-/// Deletes records apart from the window: to delete those of a hundred thousand accounts takes longer than to show the
-/// new ones. The thread pool deletes this.
-class RecordDisposal : public QRunnable
-{
-public:
-    explicit RecordDisposal(Records records)
-        : _records(std::move(records))
-    {}
-    void run() override { _records.clear(); }
-
-private:
-    Records _records;
-};
-
-Records takeRecordsOfChildren(const Element &list)
-{
-    Records records;
-    records.reserve(static_cast<std::size_t>(list.childNodes().size()));
-    for (TreeNode *node : list.childNodes()) {
-        if (auto *element = dynamic_cast<AbstractElement *>(node))
-            records.push_back(element->takeRecord());
-    }
-    return records;
-}
 
 } // namespace
 
@@ -64,24 +38,37 @@ void AbstractReadAllUsersGroupTask::readAccounts(QuotaManager::Accounts (QuotaMa
         elementData()->params.insert(AbstractContainerElement::devicesKey(), manager.quotaDevices());
         _accounts = (manager.*readAll)();
     });
+    ReadContentTask::run();
 }
 
-void AbstractReadAllUsersGroupTask::replaceChildren(AbstractElement *(*makeElement)(const QString &, Module *))
+void AbstractReadAllUsersGroupTask::replaceChildren(const QString &childType,
+                                                    AbstractElement *(*makeElement)(const QString &, Module *))
 {
     Element *list = element();
-    if (!list)
+    if (!list || !_accounts)
         return;
-    QVector<TreeNode *> elements;
-    elements.reserve(static_cast<int>(_accounts.size()));
-    for (std::unique_ptr<AbstractElementData> &account : _accounts) {
-        AbstractElement *added = makeElement(account->name, list->module());
+    QStringList names;
+    names.reserve(static_cast<int>(_accounts->size()));
+    for (const std::unique_ptr<AbstractElementData> &account : *_accounts) {
         account->configureParams();
-        added->setRecord(std::move(account));
-        elements.append(added);
+        names.append(account->name);
     }
-    _accounts.clear();
-    Records replaced = takeRecordsOfChildren(*list);
-    list->clearDelete();
-    list->append(elements);
-    QThreadPool::globalInstance()->start(new RecordDisposal(std::move(replaced)));
+    const auto replaced = std::make_shared<Records>();
+    const auto exchange = [this, &replaced](AbstractElement &element, int place) {
+        if (auto before = element.exchangeRecord(std::move((*_accounts)[static_cast<std::size_t>(place)])))
+            replaced->push_back(std::move(before));
+    };
+    const auto make = [&](int place) {
+        AbstractElement *added = makeElement(names.at(place), list->module());
+        exchange(*added, place);
+        return added;
+    };
+    const auto update = [&exchange](TreeNode &child, int place) {
+        exchange(static_cast<AbstractElement &>(child), place);
+        return true;
+    };
+    list->replaceChildren(childType, names, make, update);
+    _accounts.reset();
+    // To delete the records of a hundred thousand accounts takes longer than to show the new ones.
+    QThreadPool::globalInstance()->start([replaced] { replaced->clear(); });
 }

@@ -6,6 +6,8 @@
 #include <elementtask.h>
 #include <quotamanager.h>
 
+#include <optional>
+
 class AbstractElement;
 class Module;
 
@@ -16,16 +18,19 @@ class AbstractReadAllUsersGroupTask : public ReadContentTask
 public:
     explicit AbstractReadAllUsersGroupTask(Element *element);
 
+    /// Reads the accounts by readAccounts().
+    void run() override = 0;
     /// Has the list's editor show the devices and the rows anew.
     TaskStatus afterRun() override;
 
 protected:
-    /// For run(): reads the devices and, in the same run of the back end, the accounts with their quotas.
+    /// All of run(): reads the devices and, in the same run of the back end, the accounts with their quotas.
     void readAccounts(QuotaManager::Accounts (QuotaManager::*readAll)());
     /// For afterRun(): puts a new element for each account, with its title and its record, in the place of the
     /// children there are. Also after a read that failed: what could be read is shown.
-    void replaceChildren(AbstractElement *(*makeElement)(const QString &name, Module *module));
+    void replaceChildren(const QString &childType,
+                         AbstractElement *(*makeElement)(const QString &name, Module *module));
 
 private:
-    QuotaManager::Accounts _accounts;
+    std::optional<QuotaManager::Accounts> _accounts; // until they hang under the list
 };

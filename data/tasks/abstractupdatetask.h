@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "appliedchanges.h"
 #include "managerrun.h"
 
 #include <elementtask.h>
@@ -19,10 +20,12 @@ protected:
     template<typename Record, typename Work>
     void apply(Work work)
     {
-        if (const auto *record = dynamic_cast<const Record *>(elementData()))
+        if (const auto *record = dynamic_cast<const Record *>(elementData())) {
             runWithManager(*this, [&work, record](QuotaManager &manager) { work(manager, *record); });
-        else
+            setResult(AppliedChanges::of(*record));
+        } else {
             setStatus(Failed);
+        }
         UpdateTask::run();
     }
 };

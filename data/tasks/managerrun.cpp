@@ -8,5 +8,11 @@
 
 void runWithManager(AbstractTask &task, const std::function<void(QuotaManager &)> &work)
 {
-    runWithBackEnd<QuotaManager>(task, work);
+    runWithBackEnd<QuotaManager>(task, [&](QuotaManager &manager) {
+        QObject::connect(&manager, &QuotaManager::progress, [&task](quint64 done, quint64 total, const QString &unit) {
+            task.reportProgress({done, total, unit});
+        });
+        manager.setCancelCheck([&task] { return task.isCancelled(); });
+        work(manager);
+    });
 }

@@ -27,11 +27,10 @@ ReadAllGroups::ReadAllGroups(Element *element)
 void ReadAllGroups::run()
 {
     readAccounts(&QuotaManager::readAllGroups);
-    AbstractReadAllUsersGroupTask::run();
 }
 
 TaskDescription::TaskStatus ReadAllGroups::afterRun()
 {
-    replaceChildren(&makeElement);
+    replaceChildren(GroupQElement::typeName(), &makeElement);
     return AbstractReadAllUsersGroupTask::afterRun();
 }

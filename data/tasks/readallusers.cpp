@@ -27,11 +27,10 @@ ReadAllUsers::ReadAllUsers(Element *element)
 void ReadAllUsers::run()
 {
     readAccounts(&QuotaManager::readAllUsers);
-    AbstractReadAllUsersGroupTask::run();
 }
 
 TaskDescription::TaskStatus ReadAllUsers::afterRun()
 {
-    replaceChildren(&makeElement);
+    replaceChildren(UserElement::typeName(), &makeElement);
     return AbstractReadAllUsersGroupTask::afterRun();
 }
