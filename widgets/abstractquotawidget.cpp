@@ -3,23 +3,19 @@
 
 #include "abstractquotawidget.h"
 
-#include "connectionlist.h"
+#include "accountlists.h"
 #include "countlimitedit.h"
 #include "devicesbox.h"
 #include "forcetimeedit.h"
+#include "formhelpers.h"
 #include "generalwidget.h"
-#include "pluralsuffix.h"
+#include "limitnotes.h"
 #include "sizelimitedit.h"
 #include "ui_devicewidget.h"
-#include "wheelguard.h"
 
 #include <generalelement.h>
-#include <memorysizetransfer.h>
-#include <touchedpart.h>
+#include <wheelguard.h>
 
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPointer>
 #include <QStyle>
 
 #include <algorithm>
@@ -39,26 +35,45 @@ struct AbstractQuotaWidget::Form
     }
 
     Ui::DeviceWidget ui;
-    MemorySizeTransfer units;
     SizeLimitEdit softBlocks{ui._softLimitBlocksCheckBox, ui._softLimitBlocksDoubleSpinBox,
-                             ui._softLimitDimensionComboBox, units};
+                             ui._softLimitDimensionComboBox, ui._softLimitBlocksAnyButton};
     SizeLimitEdit hardBlocks{ui._hardLimitBlocksCheckBox, ui._hardLimitBlocksDoubleSpinBox,
-                             ui._hardLimitDimensionComboBox, units};
-    CountLimitEdit softInodes{ui._softLimitInodesCheckBox, ui._softLimitInodesSpinBox};
-    CountLimitEdit hardInodes{ui._hardLimitInodesCheckBox, ui._hardLimitInodesSpinBox};
+                             ui._hardLimitDimensionComboBox, ui._hardLimitBlocksAnyButton};
+    CountLimitEdit softInodes{ui._softLimitInodesCheckBox, ui._softLimitInodesSpinBox, ui._softLimitInodesAnyButton};
+    CountLimitEdit hardInodes{ui._hardLimitInodesCheckBox, ui._hardLimitInodesSpinBox, ui._hardLimitInodesAnyButton};
     ForceTimeEdit blocksTime{ui._blocksDateTimeEdit};
     ForceTimeEdit inodesTime{ui._inodesDateTimeEdit};
 
-    // Whose changes are changes of the content.
-    const std::array<QCheckBox *, 4> checkBoxes = {softBlocks.checkBox(), hardBlocks.checkBox(), softInodes.checkBox(),
-                                                   hardInodes.checkBox()};
-    const std::array<QDoubleSpinBox *, 2> sizes = {softBlocks.number(), hardBlocks.number()};
-    const std::array<QSpinBox *, 2> counts = {softInodes.number(), hardInodes.number()};
-    const std::array<QComboBox *, 2> unitBoxes = {softBlocks.unit(), hardBlocks.unit()};
+    const std::array<LimitEdit *, 4> limits = {&softBlocks, &hardBlocks, &softInodes, &hardInodes};
     const std::array<QDateTimeEdit *, 2> times = {blocksTime.edit(), inodesTime.edit()};
     ConnectionList changes;
     WheelGuard wheel;
+
+    /// The first limit whose number is refused; null when there is none.
+    const LimitEdit *refused() const
+    {
+        const auto found =
+            std::find_if(limits.cbegin(), limits.cend(), [](const LimitEdit *limit) { return limit->isRefused(); });
+        return found == limits.cend() ? nullptr : *found;
+    }
 };
+
+namespace
+{
+/// Nothing, where a spin box has a number: its lowest one stands for it.
+template<typename SpinBox>
+void showNothing(SpinBox *box, bool isNothing)
+{
+    box->setSpecialValueText(isNothing ? QStringLiteral(" ") : QString());
+    if (isNothing)
+        box->setValue(0);
+}
+
+quint64 bytesOf(const MemorySize &size)
+{
+    return size.bytes != 0 ? size.bytes : size.toBytes();
+}
+} // namespace
 
 AbstractQuotaWidget::AbstractQuotaWidget(Module *module, AccessCheck access, QWidget *parent)
     : ViewEditElementWidget(module, access, parent)
@@ -72,40 +87,37 @@ void AbstractQuotaWidget::buildDeviceWidget(QWidget *place, const QString &suppo
     Ui::DeviceWidget &ui = _form->ui;
     ui._deviceSupportQuotaLabel->setText(supportText);
     ui._quotaIsOnLabel->setText(isOnText);
+    describeByToolTips(place);
+    showUsedAsText();
 
     connect(ui._devicesComboBox, &QComboBox::currentTextChanged, this, &AbstractQuotaWidget::currentDeviceChanged);
     connect(ui._goToGeneralFormPushButton, &QPushButton::clicked, this, &AbstractQuotaWidget::goToGeneralForm);
-    for (QSpinBox *count : _form->counts)
-        PluralSuffix::keepFor(count, "AbstractQuotaWidget", QT_TRANSLATE_N_NOOP("AbstractQuotaWidget", " files"));
+    const std::array<QSpinBox *, 3> counts = {ui._usedInodesSpinBox, ui._softLimitInodesSpinBox,
+                                              ui._hardLimitInodesSpinBox};
+    for (QSpinBox *count : counts)
+        keepPluralSuffix(count, "AbstractQuotaWidget", QT_TRANSLATE_N_NOOP("AbstractQuotaWidget", " files"));
 
-    for (QDoubleSpinBox *size : _form->sizes)
-        _form->wheel.guard(size);
-    for (QSpinBox *count : _form->counts)
-        _form->wheel.guard(count);
-    for (QComboBox *unit : _form->unitBoxes)
-        _form->wheel.guard(unit);
+    for (const LimitEdit *limit : _form->limits) {
+        _form->wheel.guard(limit->box());
+        connect(limit, &LimitEdit::refused, this, [this] {
+            say(tr("The amount was not taken, since nothing could be edited just then. Please type it again."));
+        });
+    }
+    _form->wheel.guard(_form->softBlocks.unit());
+    _form->wheel.guard(_form->hardBlocks.unit());
     for (QDateTimeEdit *time : _form->times)
         _form->wheel.guard(time);
 
-    // Nobody edits what is used, but everybody wants to read it.
-    for (QWidget *used :
-         {static_cast<QWidget *>(ui._usedBlocksDoubleSpinBox), static_cast<QWidget *>(ui._usedInodesSpinBox)}) {
-        QPalette palette = used->palette();
-        palette.setColor(QPalette::Disabled, QPalette::Text, palette.color(QPalette::Active, QPalette::Text));
-        used->setPalette(palette);
-    }
+    _form->wheel.guard(ui._devicesComboBox);
 
-    ui._noDeviceLabel->hide();
-    currentDeviceChanged(QString());
+    forgetRecord();
     blockEditWidget(true);
 }
 
 void AbstractQuotaWidget::setElement(Element *element)
 {
-    if (element != this->element()) {
-        _data = AbstractElementData();
-        currentDeviceChanged(_form->ui._devicesComboBox->currentText());
-    }
+    if (element != this->element())
+        forgetRecord();
     ViewEditElementWidget::setElement(element);
 }
 
@@ -118,61 +130,71 @@ void AbstractQuotaWidget::afterSuccessfulRead(Element *element, ElementData *rec
     const auto *account = dynamic_cast<const AbstractElementData *>(record);
     if (!account)
         return;
-    _data = *account;
-    showDevices();
+    _record = *account;
+    showRecord();
     ViewEditElementWidget::afterSuccessfulRead(element, record);
 }
 
-void AbstractQuotaWidget::applyContentChanges()
+void AbstractQuotaWidget::afterSuccessfulUpdate()
 {
-    const QString device = _form->ui._devicesComboBox->currentText();
-    if (isEditable() && isContentValid() && !_data.deviceQuotas.value(device).fileExists) {
-        const QPointer<AbstractQuotaWidget> alive(this); // the page may go while the box stands
-        QMessageBox::information(this, tr("Warning"),
-                                 tr("In process of inclusion quota configuration file will be created. "
-                                    "This process may take several minutes."));
-        if (!alive)
-            return;
-    }
-    ViewEditElementWidget::applyContentChanges();
+    ViewEditElementWidget::afterSuccessfulUpdate();
+    if (!ownerType().isEmpty() || (_record && !_record->deviceQuotas.value(_device).kindIsOn))
+        readAccountListsAgain(element());
+}
+
+QString AbstractQuotaWidget::whyInvalid() const
+{
+    const LimitEdit *refused = _form->refused();
+    if (!refused)
+        return ViewEditElementWidget::whyInvalid();
+    const bool isHard = refused == &_form->hardBlocks || refused == &_form->hardInodes;
+    return LimitNotes::refusal(*refused, isHard);
+}
+
+QWidget *AbstractQuotaWidget::invalidField() const
+{
+    const LimitEdit *refused = _form->refused();
+    return refused ? refused->box() : ViewEditElementWidget::invalidField();
+}
+
+bool AbstractQuotaWidget::isBeingEdited() const
+{
+    const auto &limits = _form->limits;
+    return ViewEditElementWidget::isBeingEdited() ||
+           std::any_of(limits.cbegin(), limits.cend(), [](const LimitEdit *limit) { return limit->isDialogOpen(); });
+}
+
+ViewEditElementWidget::ApplyWarning AbstractQuotaWidget::warningBeforeApply() const
+{
+    const DeviceQuota quota = _record ? _record->deviceQuotas.value(_device) : DeviceQuota();
+    const auto &limits = _form->limits;
+    const bool isLimited =
+        std::any_of(limits.cbegin(), limits.cend(), [](const LimitEdit *limit) { return limit->amount() != 0; });
+    // A file is made where an update switches quotas on, and that is where they are off and there is a limit.
+    if (quota.fileExists || quota.kindIsOn || !isLimited)
+        return {};
+    return {tr("Warning"), tr("In process of inclusion quota configuration file will be created. "
+                              "This process may take several minutes.")};
 }
 
 void AbstractQuotaWidget::setDeviceToNextShow(const QString &deviceName)
 {
-    _deviceName = deviceName;
+    _deviceToShowNext = deviceName;
 }
 
 void AbstractQuotaWidget::currentDeviceChanged(const QString &deviceName)
 {
-    _form->changes.cut();
-    Ui::DeviceWidget &ui = _form->ui;
-    const DeviceQuota quota = _data.deviceQuotas.value(deviceName);
-    const auto stateText = [](bool isOn) { return isOn ? tr("ON") : tr("OFF"); };
-
-    ui._deviceFilesystemLabel->setText(quota.filesystemType);
-    ui._quotaIsOnStatusLabel->setText(stateText(quota.quotaIsOn));
-    ui._deviceSupportQuotaStatusLabel->setText(stateText(quota.kindIsOn));
-    ui._goToGeneralFormPushButton->hide();
-
-    ui._usedBlocksDoubleSpinBox->setValue(quota.usedBlocks.value);
-    ui._usedBlocksDoubleSpinBox->setSuffix(QStringLiteral(" %1").arg(quota.usedBlocks.unitName));
-    ui._usedInodesSpinBox->setValue(CountLimitEdit::shownCount(quota.usedInodes));
-    _form->softBlocks.show(quota.softBlockLimit);
-    _form->hardBlocks.show(quota.hardBlockLimit);
-    _form->softInodes.show(quota.softInodeLimit);
-    _form->hardInodes.show(quota.hardInodeLimit);
-    _form->blocksTime.show(quota.blocksTimeToForce);
-    _form->inodesTime.show(quota.inodesTimeToForce);
-    showHiddenLimits();
-
-    ui._settingsGroupBox->setEnabled(true);
-    connectChangeDataWidgets();
+    if (_device != deviceName)
+        for (LimitEdit *limit : _form->limits)
+            limit->closeDialog();
+    _device = deviceName;
+    showQuota();
 }
 
 void AbstractQuotaWidget::changeData()
 {
     _form->ui._devicesComboBox->setEnabled(false);
-    showHiddenLimits();
+    showNotes();
     changeContent();
 }
 
@@ -190,47 +212,33 @@ void AbstractQuotaWidget::goToGeneralForm()
     auto *editor = general ? dynamic_cast<GeneralWidget *>(general->elementWidget(MainRole)) : nullptr;
     if (!editor)
         return;
-    editor->setDeviceToNextShow(_form->ui._devicesComboBox->currentText());
+    editor->setDeviceToNextShow(_device);
     general->emitSetCurrentNode();
 }
 
 void AbstractQuotaWidget::connectChangeDataWidgets()
 {
-    ConnectionList &changes = _form->changes;
-    for (QCheckBox *box : _form->checkBoxes)
-        changes += connect(box, &QCheckBox::toggled, this, &AbstractQuotaWidget::changeData);
-    for (QDoubleSpinBox *size : _form->sizes)
-        changes +=
-            connect(size, qOverload<double>(&QDoubleSpinBox::valueChanged), this, &AbstractQuotaWidget::changeData);
-    for (QSpinBox *count : _form->counts)
-        changes += connect(count, qOverload<int>(&QSpinBox::valueChanged), this, &AbstractQuotaWidget::changeData);
-    // What is typed anew counts, also where it is the number that the form showed for one that it could not show.
-    const auto connectTyping = [this, &changes](const QAbstractSpinBox *number) {
-        changes +=
-            connect(number->findChild<QLineEdit *>(), &QLineEdit::textEdited, this, &AbstractQuotaWidget::changeData);
-    };
-    std::for_each(_form->sizes.begin(), _form->sizes.end(), connectTyping);
-    std::for_each(_form->counts.begin(), _form->counts.end(), connectTyping);
-    for (QComboBox *unit : _form->unitBoxes)
-        changes +=
-            connect(unit, qOverload<int>(&QComboBox::currentIndexChanged), this, &AbstractQuotaWidget::changeData);
+    for (LimitEdit *limit : _form->limits)
+        _form->changes += connect(limit, &LimitEdit::edited, this, &AbstractQuotaWidget::changeData);
     for (QDateTimeEdit *time : _form->times)
-        changes += connect(time, &QDateTimeEdit::dateTimeChanged, this, &AbstractQuotaWidget::changeData);
+        _form->changes += connect(time, &QDateTimeEdit::dateTimeChanged, this, &AbstractQuotaWidget::changeData);
 }
 
-void AbstractQuotaWidget::exportTo(AbstractElementData &record) const
+bool AbstractQuotaWidget::exportTo(AbstractElementData &record) const
 {
-    record.text = _data.text;
-    record.name = _data.name;
-    record.id = _data.id;
-    record.deviceQuotas = _data.deviceQuotas;
-    const DeviceQuota edited = editedQuota();
-    if (edited.deviceName.isEmpty())
-        return;
-    record.deviceQuotas.insert(edited.deviceName, edited);
-    TouchedPart part;
-    part.device = edited.deviceName;
-    part.noteIn(record);
+    if (!_record)
+        return false;
+    record.text = _record->text;
+    record.name = _record->name;
+    record.id = _record->id;
+    record.deviceQuotas = _record->deviceQuotas;
+    if (_device.isEmpty())
+        return true;
+    if (!record.deviceQuotas.contains(_device))
+        return false;
+    record.deviceQuotas.insert(_device, collectQuota());
+    record.touched = TouchedQuota{_device, _record->deviceQuotas.value(_device)};
+    return true;
 }
 
 void AbstractQuotaWidget::resizeEvent(QResizeEvent *event)
@@ -243,45 +251,131 @@ void AbstractQuotaWidget::resizeEvent(QResizeEvent *event)
     ui.horizontalLayout->setDirection(width() >= needed ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
-void AbstractQuotaWidget::showDevices()
+void AbstractQuotaWidget::changeEvent(QEvent *event)
 {
-    QComboBox *devices = _form->ui._devicesComboBox;
-    const QString chosen = _deviceName.isEmpty() ? devices->currentText() : _deviceName;
-    _deviceName.clear();
-    DevicesBox::fill(devices, _data.deviceQuotas.keys(), chosen);
+    ViewEditElementWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && _form)
+        showUsedAsText();
+}
+
+/// Nobody edits what is used, but everybody wants to read it.
+void AbstractQuotaWidget::showUsedAsText()
+{
+    for (QWidget *used : {static_cast<QWidget *>(_form->ui._usedBlocksDoubleSpinBox),
+                          static_cast<QWidget *>(_form->ui._usedInodesSpinBox)}) {
+        QPalette readable = palette();
+        readable.setColor(QPalette::Disabled, QPalette::Text, readable.color(QPalette::Active, QPalette::Text));
+        used->setPalette(readable);
+    }
+}
+
+void AbstractQuotaWidget::forgetRecord()
+{
+    _record.reset();
+    for (LimitEdit *limit : _form->limits)
+        limit->closeDialog();
+    _form->ui._devicesComboBox->setDevices({}, {}, QString());
+    showFailures();
+    showQuota();
+}
+
+void AbstractQuotaWidget::showRecord()
+{
+    if (!_deviceToShowNext.isEmpty())
+        _device = std::exchange(_deviceToShowNext, QString());
+    QMap<QString, QString> mountPoints;
+    for (const DeviceQuota &quota : qAsConst(_record->deviceQuotas))
+        mountPoints.insert(quota.deviceName, quota.mountPoint);
+    QStringList present = _record->deviceQuotas.keys() + _record->failures.keys();
+    present.removeDuplicates(); // of a kind that could not be asked there is a record all the same
+    std::sort(present.begin(), present.end());
+    DevicesBox *devices = _form->ui._devicesComboBox;
+    devices->setDevices(present, mountPoints, _device);
     devices->setEnabled(true);
-    _form->ui._noDeviceLabel->setVisible(_data.deviceQuotas.isEmpty());
-    _form->ui._settingsGroupBox->setHidden(_data.deviceQuotas.isEmpty());
+    showFailures();
     currentDeviceChanged(devices->currentText());
 }
 
-void AbstractQuotaWidget::showHiddenLimits()
+/// Why the page has nothing to show, or not all.
+void AbstractQuotaWidget::showFailures()
 {
-    const auto files = [](const CountLimitEdit &edit) {
-        const QString hidden = edit.hiddenLimit();
-        return hidden.isEmpty() ? hidden : hidden + edit.number()->suffix();
-    };
-    const auto showLines = [](QLabel *label, const QString &soft, const QString &hard) {
-        QStringList lines;
-        if (!soft.isEmpty())
-            lines +=
-                tr("The soft limit is %1, which this form cannot show exactly. It stays so until it is changed here.")
-                    .arg(soft);
-        if (!hard.isEmpty())
-            lines +=
-                tr("The hard limit is %1, which this form cannot show exactly. It stays so until it is changed here.")
-                    .arg(hard);
+    QStringList texts;
+    if (_record) {
+        const QMap<QString, QString> &failures = _record->failures;
+        for (auto failure = failures.cbegin(); failure != failures.cend(); ++failure)
+            texts += tr("%1 gave no answer: %2").arg(failure.key(), failure.value());
+        if (_form->ui._devicesComboBox->isAbsent() && !failures.contains(_device))
+            texts += tr("%1 was not there at the last read.").arg(_device);
+        if (_record->id == AbstractElementData::NoId)
+            texts += tr("There is no such account any more.");
+        else if (_record->deviceQuotas.isEmpty() && failures.isEmpty())
+            texts += tr("There is no device to set limits on: no line of /etc/fstab names a present device with an "
+                        "ext2, ext3 or ext4 file system.");
+    }
+    QLabel *label = _form->ui._noDeviceLabel;
+    label->setText(texts.join(QLatin1Char('\n')));
+    label->setHidden(texts.isEmpty());
+}
+
+bool AbstractQuotaWidget::isUnknown(const QString &device) const
+{
+    return !_record || device.isEmpty() || _record->failures.contains(device) || _form->ui._devicesComboBox->isAbsent();
+}
+
+void AbstractQuotaWidget::showQuota()
+{
+    _form->changes.cut();
+    Ui::DeviceWidget &ui = _form->ui;
+    const DeviceQuota quota = _record ? _record->deviceQuotas.value(_device) : DeviceQuota();
+    const bool isKnown = !isUnknown(_device);
+    const auto stateText = [isKnown](bool isOn) { return !isKnown ? QString() : isOn ? tr("ON") : tr("OFF"); };
+
+    ui._deviceFilesystemLabel->setText(quota.filesystemType);
+    ui._quotaIsOnStatusLabel->setText(stateText(quota.quotaIsOn));
+    ui._deviceSupportQuotaStatusLabel->setText(stateText(quota.kindIsOn));
+    ui._goToGeneralFormPushButton->hide();
+
+    ui._usedBlocksDoubleSpinBox->setValue(quota.usedBlocks.value);
+    ui._usedBlocksDoubleSpinBox->setSuffix(QStringLiteral(" %1").arg(quota.usedBlocks.unitName));
+    ui._usedInodesSpinBox->setValue(CountLimitEdit::shownCount(quota.usedInodes));
+    showNothing(ui._usedBlocksDoubleSpinBox, !isKnown);
+    showNothing(ui._usedInodesSpinBox, !isKnown);
+    _form->softBlocks.show(quota.softBlockLimit);
+    _form->hardBlocks.show(quota.hardBlockLimit);
+    _form->softInodes.show(quota.softInodeLimit);
+    _form->hardInodes.show(quota.hardInodeLimit);
+    _form->blocksTime.show(quota.blocksTimeToForce);
+    _form->inodesTime.show(quota.inodesTimeToForce);
+    showNotes();
+
+    ui._settingsGroupBox->setHidden(_record && !isKnown);
+    ui._settingsGroupBox->setEnabled(true);
+    connectChangeDataWidgets();
+}
+
+void AbstractQuotaWidget::showNotes()
+{
+    const DeviceQuota quota = _record ? _record->deviceQuotas.value(_device) : DeviceQuota();
+    const auto show = [](QLabel *label, LimitEdit &soft, LimitEdit &hard, quint64 used, const QString &first) {
+        const LimitNotes notes(soft, hard, used);
+        soft.setWarning(notes.softWarning);
+        hard.setWarning(notes.hardWarning);
+        const QStringList lines = first.isEmpty() ? notes.lines : QStringList(first) + notes.lines;
         label->setText(lines.join(QLatin1Char('\n')));
         label->setHidden(lines.isEmpty());
     };
-    showLines(_form->ui._blocksNoteLabel, _form->softBlocks.hiddenLimit(), _form->hardBlocks.hiddenLimit());
-    showLines(_form->ui._inodesNoteLabel, files(_form->softInodes), files(_form->hardInodes));
+    QString usedFiles;
+    if (quota.usedInodes != static_cast<quint64>(CountLimitEdit::shownCount(quota.usedInodes)))
+        usedFiles = tr("Used are %1, which is more than the box can show.")
+                        .arg(AmountDialog::words(Counted::Files, quota.usedInodes));
+    show(_form->ui._blocksNoteLabel, _form->softBlocks, _form->hardBlocks, bytesOf(quota.usedBlocks), QString());
+    show(_form->ui._inodesNoteLabel, _form->softInodes, _form->hardInodes, quota.usedInodes, usedFiles);
 }
 
-DeviceQuota AbstractQuotaWidget::editedQuota() const
+DeviceQuota AbstractQuotaWidget::collectQuota() const
 {
     DeviceQuota quota;
-    quota.deviceName = _form->ui._devicesComboBox->currentText();
+    quota.deviceName = _device;
     quota.softBlockLimit = _form->softBlocks.limit();
     quota.hardBlockLimit = _form->hardBlocks.limit();
     quota.softInodeLimit = _form->softInodes.limit();

@@ -4,7 +4,7 @@
 #include "abstractusersgroupswidget.h"
 
 #include "abstractquotawidget.h"
-#include "devicesbox.h"
+#include "formhelpers.h"
 #include "ui_abstractusersgroupswidget.h"
 
 #include <abstractcontainerelement.h>
@@ -12,23 +12,18 @@
 #include <abstractelementdata.h>
 #include <accountcolumn.h>
 #include <elementswidgetproxymodel.h>
-#include <listcolumns.h>
-#include <treenodemodel.h>
 
 #include <QHeaderView>
-#include <QScrollBar>
 #include <QSettings>
-#include <QShortcut>
-
-#include <algorithm>
 
 namespace
 {
-bool supportsQuota(const QVector<TreeNode *> &accounts, const QString &device)
+/// What the first account has on each device; nothing where there is none.
+QMap<QString, DeviceQuota> firstQuotas(const Element &list)
 {
-    const auto *first = dynamic_cast<const Element *>(accounts.value(0));
+    const auto *first = dynamic_cast<const Element *>(list.childNodes().value(0));
     const auto *record = first ? dynamic_cast<const AbstractElementData *>(first->record()) : nullptr;
-    return record && record->deviceQuotas.value(device).kindIsOn;
+    return record ? record->deviceQuotas : QMap<QString, DeviceQuota>();
 }
 
 Qt::CheckState checkState(bool isChecked)
@@ -42,36 +37,13 @@ AbstractUsersGroupsWidget::AbstractUsersGroupsWidget(const QString &name, Module
     : ListElementWidget(module, access, parent)
     , _name(name)
     , _ui(std::make_unique<Ui::AbstractUsersGroupsWidget>())
-    , _nodes(new TreeNodeModel(this))
-    , _rows(new ElementsWidgetProxyModel(this))
 {
     setElementType(name);
     _ui->setupUi(this);
-    // Before the rows themselves hear of it, and with them the selection.
-    connect(_nodes, &QAbstractItemModel::rowsAboutToBeRemoved, this, &AbstractUsersGroupsWidget::rememberRows);
-    // And before they sort what comes: by what it shows.
-    connect(_nodes, &QAbstractItemModel::rowsInserted, this,
-            [this] { chooseDeviceForRows(_ui->_devicesComboBox->currentText()); });
-    _rows->setSourceModel(_nodes);
-    ElementTreeView *view = _ui->_elementTreeView;
-    view->setModel(_rows);
-    connect(_nodes, &QAbstractItemModel::rowsInserted, this, &AbstractUsersGroupsWidget::findRowsAgain,
-            Qt::QueuedConnection);
-    _columns = std::make_unique<ListColumns>(view, name);
-    setFocusProxy(view);
+    setView(_ui->_elementTreeView, name);
+    rows()->setHeadersInLines(true);
     buildFilters();
 
-    connect(this, &QWidget::windowTitleChanged, view, &QWidget::setAccessibleName);
-    connect(view, &ElementTreeView::elementContextOperationChangedFocused, this,
-            &ElementWidget::elementContextOperationChanged);
-    connect(view, &ElementTreeView::elementContextOperationChangedSelected, this,
-            &ElementWidget::elementContextOperationChanged);
-    connect(view, &QTreeView::doubleClicked, this, &AbstractUsersGroupsWidget::choiceElement);
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *enter = new QShortcut(key, view, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(enter, &QShortcut::activated, this, [this, view] { choiceElement(view->currentIndex()); });
-    }
-    connect(view, &QWidget::customContextMenuRequested, this, &AbstractUsersGroupsWidget::customContextMenuRequest);
     connect(_ui->_devicesComboBox, &QComboBox::currentTextChanged, this, &AbstractUsersGroupsWidget::deviceChanged);
     connect(_ui->_filtersPushButton, &QPushButton::clicked, this, &AbstractUsersGroupsWidget::showHideFiltersWidget);
     connect(_ui->_filtersListWidget, &QListWidget::itemChanged, this, &AbstractUsersGroupsWidget::filterItemChanged);
@@ -85,24 +57,19 @@ AbstractUsersGroupsWidget::~AbstractUsersGroupsWidget()
         saveFilters();
 }
 
-void AbstractUsersGroupsWidget::setFilterText(const QString &text)
-{
-    _rows->setFilterText(text);
-}
-
 void AbstractUsersGroupsWidget::read()
 {
     if (role() != MainRole || !availableOperations().testFlag(OperationType::ReadContent))
         return;
-    if (_nodes->rootNode() != element()) {
-        _nodes->setRootNode(element());
-        _columns->load();
+    if (!listsChildren()) {
+        listChildren();
         loadFilters();
         deviceChanged(_ui->_devicesComboBox->currentText());
         const auto *container = dynamic_cast<const ContainerElement *>(element());
         if (!container || container->content() != ContainerElement::Content::Stale)
             return; // the view has rows read that never were
     }
+    updateWarning(_ui->_devicesComboBox->currentText());
     ListElementWidget::read();
 }
 
@@ -110,9 +77,13 @@ void AbstractUsersGroupsWidget::performOperation(OperationType type, ElementData
 {
     const auto key = AbstractContainerElement::devicesKey();
     if (record && record->params.contains(key)) {
-        QComboBox *box = _ui->_devicesComboBox;
+        DevicesBox *box = _ui->_devicesComboBox;
         const QString before = box->currentText();
-        DevicesBox::fill(box, record->params.value(key).toStringList(), before);
+        QMap<QString, QString> mountPoints;
+        const auto quotas = element() ? firstQuotas(*element()) : QMap<QString, DeviceQuota>();
+        for (auto quota = quotas.cbegin(); quota != quotas.cend(); ++quota)
+            mountPoints.insert(quota.key(), quota->mountPoint);
+        box->setDevices(record->params.value(key).toStringList(), mountPoints, before);
         if (box->currentText() == before)
             updateWarning(before);
         else
@@ -132,18 +103,12 @@ void AbstractUsersGroupsWidget::choiceElement(const QModelIndex &index)
     chosen->emitSetCurrentNode();
 }
 
-void AbstractUsersGroupsWidget::customContextMenuRequest(const QPoint &point)
-{
-    const ElementTreeView *view = _ui->_elementTreeView;
-    Q_EMIT customContextMenuRequested(view->mapToGlobal(point + QPoint(0, view->header()->height())));
-}
-
 void AbstractUsersGroupsWidget::deviceChanged(const QString &deviceName)
 {
     if (!element())
         return;
     updateWarning(deviceName);
-    chooseDeviceForRows(deviceName);
+    completeRows(0, element()->childNodes().size() - 1);
     element()->emitNodeChildsDataChanged();
 }
 
@@ -166,22 +131,27 @@ void AbstractUsersGroupsWidget::filterItemDoubleCkicked(const QModelIndex &index
 
 void AbstractUsersGroupsWidget::setWarningText(const QString &text)
 {
+    _warningText = text;
     _ui->_warningLabel->setText(text);
 }
 
 void AbstractUsersGroupsWidget::updateWarning(const QString &deviceName)
 {
-    if (element())
-        _ui->_warningLabel->setHidden(supportsQuota(element()->childNodes(), deviceName));
+    if (!element())
+        return;
+    const bool isAbsent = _ui->_devicesComboBox->isAbsent();
+    _ui->_warningLabel->setText(isAbsent ? tr("%1 was not there at the last read.").arg(deviceName) : _warningText);
+    _ui->_warningLabel->setHidden(!isAbsent && firstQuotas(*element()).value(deviceName).kindIsOn);
 }
 
-void AbstractUsersGroupsWidget::chooseDeviceForRows(const QString &deviceName)
+void AbstractUsersGroupsWidget::completeRows(int first, int last)
 {
     if (!element())
         return;
+    const QString deviceName = _ui->_devicesComboBox->currentText();
     const QVector<TreeNode *> &accounts = element()->childNodes();
-    for (TreeNode *node : accounts)
-        if (auto *account = dynamic_cast<AbstractElement *>(node))
+    for (int row = first; row <= last; ++row)
+        if (auto *account = dynamic_cast<AbstractElement *>(accounts.value(row)))
             account->setDeviceForData(deviceName);
 }
 
@@ -218,32 +188,4 @@ void AbstractUsersGroupsWidget::saveFilters() const
 QString AbstractUsersGroupsWidget::filterKey(int filter) const
 {
     return QStringLiteral("filtersForQuota/%1").arg(_name) + QString::number(filter);
-}
-
-void AbstractUsersGroupsWidget::rememberRows()
-{
-    const auto *current =
-        dynamic_cast<const Element *>(_ui->_elementTreeView->node(_ui->_elementTreeView->currentIndex()));
-    _currentTitle = current ? current->title() : QString();
-    _topRow = _ui->_elementTreeView->verticalScrollBar()->value();
-}
-
-void AbstractUsersGroupsWidget::findRowsAgain()
-{
-    ElementTreeView *view = _ui->_elementTreeView;
-    if (_topRow > 0) {
-        view->doItemsLayout(); // the scroll bar has no range before
-        view->verticalScrollBar()->setValue(_topRow);
-        _topRow = 0;
-    }
-    if (_currentTitle.isEmpty() || !element())
-        return;
-    const QVector<TreeNode *> &accounts = element()->childNodes();
-    const auto again = std::find_if(accounts.cbegin(), accounts.cend(), [this](const TreeNode *node) {
-        const auto *account = dynamic_cast<const Element *>(node);
-        return account && account->title() == _currentTitle;
-    });
-    _currentTitle.clear();
-    if (again != accounts.cend())
-        view->setCurrentIndex(view->indexOf(*again));
 }

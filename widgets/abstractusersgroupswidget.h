@@ -7,18 +7,15 @@
 
 #include <memory>
 
-class ElementsWidgetProxyModel;
-class ListColumns;
 class QListWidgetItem;
-class QModelIndex;
-class TreeNodeModel;
 namespace Ui
 {
 class AbstractUsersGroupsWidget;
 }
 
-/// The list of all accounts of a kind with their quotas on one chosen device. A row that is double-clicked, or entered
-/// with Return, opens the account's page at the same device.
+/// The list of all accounts of a kind with their quotas on one chosen device.
+///
+/// A chosen device that a new read lacks stays chosen, shown as absent: only the administrator chooses another.
 class AbstractUsersGroupsWidget : public ListElementWidget
 {
     Q_OBJECT
@@ -29,41 +26,36 @@ public:
     AbstractUsersGroupsWidget(const QString &name, Module *module, AccessCheck access, QWidget *parent = nullptr);
     ~AbstractUsersGroupsWidget() override;
 
-    void setFilterText(const QString &text) override;
     /// The first call lists the element's rows, which by itself has them read if they never were.
     void read() override;
     /// Also shows the devices that come in the parameters of a record (AbstractContainerElement::devicesKey()).
     void performOperation(OperationType type, ElementData *record, int extra) override;
 
 public Q_SLOTS:
-    void choiceElement(const QModelIndex &index);
-    void customContextMenuRequest(const QPoint &point);
+    /// Opens the account's page at the same device.
+    void choiceElement(const QModelIndex &index) override;
     void deviceChanged(const QString &deviceName);
     void showHideFiltersWidget();
     void filterItemChanged(QListWidgetItem *item);
     void filterItemDoubleCkicked(const QModelIndex &index);
 
 protected:
+    /// For a device without quotas of this kind.
     void setWarningText(const QString &text);
+    /// They show the chosen device.
+    void completeRows(int first, int last) override;
 
 private:
-    /// Shows the warning where the device has no quotas of this kind, as far as the first account knows.
+    /// Shows the warning where the device has no quotas of this kind, as far as the first account knows; of an absent
+    /// device that it is.
     void updateWarning(const QString &deviceName);
-    void chooseDeviceForRows(const QString &deviceName);
     void buildFilters();
     void loadFilters();
     void saveFilters() const;
     QString filterKey(int filter) const;
-    void rememberRows();
-    void findRowsAgain();
 
     QString _name;
     std::unique_ptr<Ui::AbstractUsersGroupsWidget> _ui;
-    TreeNodeModel *_nodes;
-    ElementsWidgetProxyModel *_rows;
-    std::unique_ptr<ListColumns> _columns;
+    QString _warningText;
     bool _filtersLoaded = false;
-    // Of rows that are being replaced.
-    QString _currentTitle;
-    int _topRow = 0;
 };

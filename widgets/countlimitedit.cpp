@@ -3,39 +3,19 @@
 
 #include "countlimitedit.h"
 
-#include <QLineEdit>
-#include <QLocale>
-
 #include <limits>
 
-CountLimitEdit::CountLimitEdit(QCheckBox *checkBox, QSpinBox *number)
-    : _checkBox(checkBox)
+CountLimitEdit::CountLimitEdit(QCheckBox *checkBox, CountSpinBox *number, QToolButton *anyAmount)
+    : LimitEdit(Counted::Files, checkBox, number, anyAmount)
     , _number(number)
 {
-    QObject::connect(checkBox, &QCheckBox::toggled, number, &QWidget::setEnabled);
-    QObject::connect(number->findChild<QLineEdit *>(), &QLineEdit::textEdited, number, [this] { _isTyped = true; });
+    connect(number, qOverload<int>(&QSpinBox::valueChanged), this, &LimitEdit::edited);
+    connect(number->line(), &QLineEdit::textEdited, this, &LimitEdit::edited);
 }
 
-void CountLimitEdit::show(quint64 limit)
+QString CountLimitEdit::most() const
 {
-    _limit = limit;
-    _number->setValue(shownCount(limit));
-    _checkBox->setChecked(limit != 0);
-    _number->setEnabled(_checkBox->isChecked());
-
-    _wasChecked = _checkBox->isChecked();
-    _firstNumber = _number->value();
-    _isTyped = false;
-}
-
-quint64 CountLimitEdit::limit() const
-{
-    return isEdited() ? shownByForm() : _limit;
-}
-
-QString CountLimitEdit::hiddenLimit() const
-{
-    return isEdited() || _limit == shownByForm() ? QString() : QLocale().toString(_limit);
+    return AmountDialog::words(Counted::Files, static_cast<quint64>(_number->maximum()));
 }
 
 int CountLimitEdit::shownCount(quint64 count)
@@ -43,12 +23,8 @@ int CountLimitEdit::shownCount(quint64 count)
     return static_cast<int>(qMin<quint64>(count, std::numeric_limits<int>::max()));
 }
 
-bool CountLimitEdit::isEdited() const
+void CountLimitEdit::fillBoxes(quint64 amount)
 {
-    return _isTyped || _checkBox->isChecked() != _wasChecked || _number->value() != _firstNumber;
-}
-
-quint64 CountLimitEdit::shownByForm() const
-{
-    return _checkBox->isChecked() ? static_cast<quint64>(_number->value()) : 0;
+    _number->showValue(shownCount(amount));
+    _firstNumber = _number->value();
 }

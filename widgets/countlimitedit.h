@@ -3,42 +3,35 @@
 
 #pragma once
 
-#include <QCheckBox>
-#include <QSpinBox>
+#include "limitedit.h"
 
-/// A limit on the number of files in a form: whether there is one, and its number.
-///
-/// The form shows no more than 2,147,483,647 files. A limit that was not edited stays what it was, as with
-/// SizeLimitEdit.
-class CountLimitEdit
+/// A limit on the number of files in a form: its box shows no more than 2,147,483,647 files.
+class CountLimitEdit : public LimitEdit
 {
+    Q_OBJECT
+
 public:
-    /// The widgets are the form's and outlive this.
-    CountLimitEdit(QCheckBox *checkBox, QSpinBox *number);
-    CountLimitEdit(const CountLimitEdit &) = delete;
-    CountLimitEdit &operator=(const CountLimitEdit &) = delete;
+    CountLimitEdit(QCheckBox *checkBox, CountSpinBox *number, QToolButton *anyAmount);
 
-    QCheckBox *checkBox() const { return _checkBox; }
-    QSpinBox *number() const { return _number; }
-
-    void show(quint64 limit);
+    void show(quint64 limit) { showAmount(limit); }
     /// What was shown last, or what it was edited to.
-    quint64 limit() const;
-    /// The limit in words while it is not the one that the form shows; else empty.
-    QString hiddenLimit() const;
+    quint64 limit() const { return amount(); }
+
+    bool isBeyond() const override { return isHidden(); }
+    QString most() const override;
+    std::optional<quint64> storedOtherwise() const override { return std::nullopt; }
+    void setWarning(const QString &text) override { _number->setWarning(text); }
 
     /// What a spin box shows of a count.
     static int shownCount(quint64 count);
 
-private:
-    bool isEdited() const;
-    quint64 shownByForm() const;
+protected:
+    quint64 numberInBoxes() const override { return static_cast<quint64>(_number->value()); }
+    void fillBoxes(quint64 amount) override;
+    bool areBoxesAsFilled() const override { return _number->value() == _firstNumber; }
+    bool isNumberRefused() const override { return _number->isRefusing(); }
 
-    QCheckBox *_checkBox;
-    QSpinBox *_number;
-    quint64 _limit = 0;
-    // As filled in.
-    bool _wasChecked = false;
-    int _firstNumber = 0;
-    bool _isTyped = false;
+private:
+    CountSpinBox *_number;
+    int _firstNumber = 0; // as filled in
 };

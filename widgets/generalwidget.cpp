@@ -3,19 +3,19 @@
 
 #include "generalwidget.h"
 
-#include "devicesbox.h"
+#include "accountlists.h"
+#include "kindform.h"
 #include "quotafacts.h"
-#include "rebootcommand.h"
 #include "ui_generalwidget.h"
 
 #include <generalelement.h>
-#include <touchedpart.h>
 
+#include <QHideEvent>
 #include <QMessageBox>
-#include <QScopedValueRollback>
 #include <QStyle>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -24,22 +24,6 @@ std::unique_ptr<Ui::GeneralWidget> makeForm(QWidget *widget)
     auto form = std::make_unique<Ui::GeneralWidget>();
     form->setupUi(widget);
     return form;
-}
-
-const KindSettings &half(const DeviceSettings &settings, QuotaKind kind)
-{
-    return kind == GroupQuota ? settings.groupSettings : settings.userSettings;
-}
-
-/// Places in the array of grace periods.
-std::size_t blockRow(QuotaKind kind)
-{
-    return kind == GroupQuota ? 2 : 0;
-}
-
-std::size_t inodeRow(QuotaKind kind)
-{
-    return blockRow(kind) + 1;
 }
 
 bool waitsForReboot(const KindSettings &kind)
@@ -58,34 +42,55 @@ bool needsReboot(const DeviceSettings &settings)
 GeneralWidget::GeneralWidget(Module *module, AccessCheck access, QWidget *parent)
     : ViewEditElementWidget(module, access, parent)
     , _ui(makeForm(this))
-    , _graceRows({{{_ui->_blocksUsersWeekGraceSpinBox, _ui->_blocksUsersDaysGraceSpinBox, _ui->_blocksUsersHoursSpinBox,
-                    _ui->_blocksUsersMinutesSpinBox},
-                   {_ui->_inodesUsersWeekGraceSpinBox, _ui->_inodesUsersDaysGraceSpinBox, _ui->_inodesUsersHoursSpinBox,
-                    _ui->_inodesUsersMinutesSpinBox},
-                   {_ui->_blocksGroupsWeekGraceSpinBox, _ui->_blocksGroupsDaysGraceSpinBox,
-                    _ui->_blocksGroupsHoursSpinBox, _ui->_blocksGroupsMinutesSpinBox},
-                   {_ui->_inodesGroupsWeekGraceSpinBox, _ui->_inodesGroupsDaysGraceSpinBox,
-                    _ui->_inodesGroupsHoursSpinBox, _ui->_inodesGroupsMinutesSpinBox}}})
 {
     setElementType(GeneralElement::typeName());
-    for (const GracePeriodRow &row : _graceRows)
-        for (QSpinBox *spinBox : row.spinBoxes())
-            _wheelGuard.guard(spinBox);
+    using Row = GracePeriodRow;
+    const Row userBlocks({_ui->_blocksUsersWeekGraceSpinBox, _ui->_blocksUsersDaysGraceSpinBox,
+                          _ui->_blocksUsersHoursSpinBox, _ui->_blocksUsersMinutesSpinBox},
+                         tr("Users, space"));
+    const Row userInodes({_ui->_inodesUsersWeekGraceSpinBox, _ui->_inodesUsersDaysGraceSpinBox,
+                          _ui->_inodesUsersHoursSpinBox, _ui->_inodesUsersMinutesSpinBox},
+                         tr("Users, files"));
+    const Row groupBlocks({_ui->_blocksGroupsWeekGraceSpinBox, _ui->_blocksGroupsDaysGraceSpinBox,
+                           _ui->_blocksGroupsHoursSpinBox, _ui->_blocksGroupsMinutesSpinBox},
+                          tr("Groups, space"));
+    const Row groupInodes({_ui->_inodesGroupsWeekGraceSpinBox, _ui->_inodesGroupsDaysGraceSpinBox,
+                           _ui->_inodesGroupsHoursSpinBox, _ui->_inodesGroupsMinutesSpinBox},
+                          tr("Groups, files"));
+    _kindForms = {new KindForm(UserQuota,
+                               {_ui->_usersSettingsGroupBox, _ui->_usersGracesGroupBox, _ui->_usersTakeOptionCheckBox,
+                                _ui->_usersListWidget},
+                               {userBlocks, userInodes}, this),
+                  new KindForm(GroupQuota,
+                               {_ui->_groupsSettingsGroupBox, _ui->_groupsGracesGroupBox,
+                                _ui->_groupsTakeOptionCheckBox, _ui->_groupsListWidget},
+                               {groupBlocks, groupInodes}, this)};
+    for (const KindForm *form : _kindForms)
+        for (const Row &row : form->graces())
+            for (QSpinBox *spinBox : row.spinBoxes())
+                _wheelGuard.guard(spinBox);
+    _wheelGuard.guard(_ui->_filesystemsComboBox);
+    describeByToolTips(this);
     _ui->_missingRightsLabel->hide();
     _ui->_noDeviceLabel->hide();
     showCurrentDevice();
     showPassedOver();
-    connect(_ui->_filesystemsComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            &GeneralWidget::showCurrentDevice);
+    connect(_ui->_filesystemsComboBox, &QComboBox::currentTextChanged, this, &GeneralWidget::showCurrentDevice);
+    connect(_ui->_passedOverButton, &QToolButton::toggled, this, &GeneralWidget::showPassedOver);
     blockEditWidget(true);
 }
 
-GeneralWidget::~GeneralWidget() = default;
+GeneralWidget::~GeneralWidget()
+{
+    delete _rebootQuestion;
+}
 
 void GeneralWidget::setElement(Element *element)
 {
-    const QScopedValueRollback<bool> showingAgain(_isRead, false);
+    const bool isAnother = element != this->element();
     ViewEditElementWidget::setElement(element);
+    if (isAnother)
+        _isRebootDue = false; // a record that was read before asks nothing
 }
 
 void GeneralWidget::afterSuccessfulRead(Element *element, ElementData *record)
@@ -98,49 +103,53 @@ void GeneralWidget::afterSuccessfulRead(Element *element, ElementData *record)
     if (!general)
         return;
     _data = *general;
-    if (_isRead)
-        lookForWhatIsStillOff();
+    lookForWhatIsStillOff();
     showDevices();
     ViewEditElementWidget::afterSuccessfulRead(element, record);
-    if (_isRead && std::any_of(_data.deviceSettings.cbegin(), _data.deviceSettings.cend(), needsReboot))
-        askForReboot();
+    _isRebootDue = std::any_of(_data.deviceSettings.cbegin(), _data.deviceSettings.cend(), needsReboot);
+    // Later: the host has not finished with the record.
+    QMetaObject::invokeMethod(this, &GeneralWidget::askForReboot, Qt::QueuedConnection);
+}
+
+void GeneralWidget::afterSuccessfulUpdate()
+{
+    ViewEditElementWidget::afterSuccessfulUpdate();
+    readAccountListsAgain(element());
+    const DeviceSettings asRead = _data.deviceSettings.value(shownDevice());
+    for (const KindForm *form : _kindForms) {
+        const DeviceKind applied(shownDevice(), form->kind());
+        if (!form->isToBeOn())
+            _askedOn.remove(applied);
+        else if (!kindSettings(asRead, form->kind()).quotaOn)
+            _askedOn.insert(applied);
+    }
 }
 
 std::unique_ptr<ElementData> GeneralWidget::exportElementData() const
 {
-    const QString device = _ui->_filesystemsComboBox->currentText();
-    if (device.isEmpty())
-        return nullptr;
-    DeviceSettings settings;
-    // The character whose number the label shows. No type is a number, and nobody who applies the record asks for one.
-    settings.filesystemType = QChar(static_cast<ushort>(_ui->_deviceFilesystemLabel->text().toInt()));
-    settings.userSettings = collected(UserQuota);
-    settings.groupSettings = collected(GroupQuota);
-
+    const QString device = shownDevice();
     auto record = std::make_unique<GeneralData>(_data);
+    record->touched = TouchedSettings{device, _data.deviceSettings.value(device)};
+    if (!_data.deviceSettings.contains(device))
+        return record;
+    DeviceSettings settings;
+    // As described: the character whose number the label shows, U+0000 for every real type. Nothing reads it.
+    settings.filesystemType = QChar(static_cast<ushort>(_ui->_deviceFilesystemLabel->text().toInt()));
+    settings.userSettings = _kindForms[UserQuota]->collect(device);
+    settings.groupSettings = _kindForms[GroupQuota]->collect(device);
     record->deviceSettings.insert(device, settings);
-    TouchedPart touched;
-    touched.device = device;
-    if (!_touchedKinds.isEmpty())
-        touched.kinds = _touchedKinds.values().toVector();
-    // A form whose kind was off shows none; it must not put that in the place of what the kernel has by now.
-    touched.graces = _touchedGraces.values().toVector();
-    touched.noteIn(*record);
+    for (const KindForm *form : _kindForms)
+        if (form->isToLoseItsOption())
+            record->touched->optionsToTake.append(form->kind());
     return record;
 }
 
-void GeneralWidget::applyContentChanges()
+GeneralWidget::ApplyWarning GeneralWidget::warningBeforeApply() const
 {
-    if (!isEditable() || !isContentValid() || (needsQuotaFiles() && !warnOfQuotaFiles()))
-        return;
-    const QString device = _ui->_filesystemsComboBox->currentText();
-    for (const QuotaKind kind : qAsConst(_touchedKinds)) {
-        if (settingsBox(kind)->isChecked())
-            _askedOn.insert({device, kind});
-        else
-            _askedOn.remove({device, kind});
-    }
-    ViewEditElementWidget::applyContentChanges();
+    if (std::none_of(_kindForms.begin(), _kindForms.end(), [](const KindForm *form) { return form->makesQuotaFile(); }))
+        return {};
+    return {tr("Warning"), tr("In process of inclusion quota configuration files will be created. This process may "
+                              "take several minutes.")};
 }
 
 void GeneralWidget::setDeviceToNextShow(const QString &deviceName)
@@ -156,25 +165,22 @@ void GeneralWidget::changeData()
 
 void GeneralWidget::rebootSystem()
 {
-    RebootCommand::run();
+    _rebootCommand.run();
 }
 
 void GeneralWidget::connectChangeDataWidgets()
 {
-    const auto watch = [this](const auto *widget, auto signal, QuotaKind kind, bool isGrace) {
-        _changeConnections += connect(widget, signal, this, [this, kind, isGrace] {
-            _touchedKinds.insert(kind);
-            if (isGrace)
-                _touchedGraces.insert(kind);
-            changeData();
-        });
-    };
-    for (const QuotaKind kind : {UserQuota, GroupQuota}) {
-        watch(settingsBox(kind), &QGroupBox::toggled, kind, false);
-        for (const std::size_t row : {blockRow(kind), inodeRow(kind)})
-            for (const QSpinBox *spinBox : _graceRows.at(row).spinBoxes())
-                watch(spinBox, qOverload<int>(&QSpinBox::valueChanged), kind, true);
+    for (KindForm *form : _kindForms) {
+        form->watch();
+        connect(form, &KindForm::edited, this, &GeneralWidget::changeData, Qt::UniqueConnection);
     }
+}
+
+void GeneralWidget::hideEvent(QHideEvent *event)
+{
+    ViewEditElementWidget::hideEvent(event);
+    if (!event->spontaneous())
+        dropRebootQuestion();
 }
 
 void GeneralWidget::resizeEvent(QResizeEvent *event)
@@ -182,151 +188,117 @@ void GeneralWidget::resizeEvent(QResizeEvent *event)
     ViewEditElementWidget::resizeEvent(event);
     const int margins = 6 * style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
     // Room for the note whether or not it is shown, so that the halves stay where they are from device to device.
-    const bool halvesFit = width() >= 2 * (fontMetrics().horizontalAdvance(graceNote()) + margins);
+    const bool halvesFit = width() >= 2 * (fontMetrics().horizontalAdvance(KindForm::graceNote()) + margins);
     const bool gracesFit = width() >= 2 * _ui->groupBox_3->minimumSizeHint().width() + margins;
     _ui->horizontalLayout_3->setDirection(halvesFit ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     for (QBoxLayout *graces : {_ui->horizontalLayout, _ui->horizontalLayout_4})
         graces->setDirection(gracesFit && !halvesFit ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
-QString GeneralWidget::graceNote()
+void GeneralWidget::showEvent(QShowEvent *event)
 {
-    return tr("*settings will be available after quotas are enabled");
+    ViewEditElementWidget::showEvent(event);
+    QMetaObject::invokeMethod(this, &GeneralWidget::askForReboot, Qt::QueuedConnection);
 }
 
-QGroupBox *GeneralWidget::settingsBox(QuotaKind kind) const
+QString GeneralWidget::shownDevice() const
 {
-    return kind == GroupQuota ? _ui->_groupsSettingsGroupBox : _ui->_usersSettingsGroupBox;
-}
-
-KindSettings GeneralWidget::collected(QuotaKind kind) const
-{
-    KindSettings settings;
-    settings.device = _ui->_filesystemsComboBox->currentText();
-    settings.quotaOn = settingsBox(kind)->isChecked();
-    settings.blockGrace = _graceRows.at(blockRow(kind)).period();
-    settings.inodeGrace = _graceRows.at(inodeRow(kind)).period();
-    return settings;
-}
-
-bool GeneralWidget::needsQuotaFiles() const
-{
-    const DeviceSettings settings = _data.deviceSettings.value(_ui->_filesystemsComboBox->currentText());
-    const auto needsFile = [&](QuotaKind kind) {
-        return !half(settings, kind).fileExists && settingsBox(kind)->isChecked();
-    };
-    return needsFile(UserQuota) || needsFile(GroupQuota);
-}
-
-/// Waits for the administrator. False when the page was read again or went away meanwhile: then what is shown is not
-/// what was to be applied.
-bool GeneralWidget::warnOfQuotaFiles()
-{
-    const bool wasChanged = isContentChanged();
-    const QPointer<GeneralWidget> self(this);
-    const QPointer<QMessageBox> box = new QMessageBox(
-        QMessageBox::Information, tr("Warning"),
-        tr("In process of inclusion quota configuration files will be created. This process may take several minutes."),
-        QMessageBox::Ok, this);
-    box->exec();
-    delete box;
-    return self && isContentChanged() == wasChanged && isEditable();
+    return _ui->_filesystemsComboBox->currentText();
 }
 
 void GeneralWidget::lookForWhatIsStillOff()
 {
     for (auto asked = _askedOn.begin(); asked != _askedOn.end();) {
-        const bool isOn = half(_data.deviceSettings.value(asked->first), asked->second).quotaOn;
+        const bool isOn = kindSettings(_data.deviceSettings.value(asked->first), asked->second).quotaOn;
         asked = isOn ? _askedOn.erase(asked) : std::next(asked);
     }
     _stillOff = _askedOn;
 }
 
-QStringList GeneralWidget::factsOf(const DeviceSettings &settings, QuotaKind kind) const
-{
-    QStringList facts = QuotaFacts::ofKind(settings, kind);
-    if (_stillOff.contains({_ui->_filesystemsComboBox->currentText(), kind}))
-        facts.prepend(tr("It was to be switched on, but it is still off. The details of the task say what happened."));
-    return facts;
-}
-
 void GeneralWidget::showDevices()
 {
-    QComboBox *devices = _ui->_filesystemsComboBox;
-    const QString chosen = _deviceName.isEmpty() ? devices->currentText() : _deviceName;
-    _deviceName.clear();
-    DevicesBox::fill(devices, _data.deviceSettings.keys(), chosen);
-    devices->setEnabled(true);
+    QMap<QString, QString> mountPoints;
+    for (auto device = _data.deviceSettings.cbegin(); device != _data.deviceSettings.cend(); ++device)
+        mountPoints.insert(device.key(), device->mountPoint);
+    const QString toShow = std::exchange(_deviceName, QString());
+    _ui->_filesystemsComboBox->setDevices(_data.deviceSettings.keys(), mountPoints,
+                                          toShow.isEmpty() ? shownDevice() : toShow);
+    _ui->_filesystemsComboBox->setEnabled(true);
     showCurrentDevice();
 
-    const bool hasDevices = devices->count() > 0;
+    const bool hasDevices = !_data.deviceSettings.isEmpty();
     _ui->_missingRightsLabel->setVisible(!isAccessible());
     _ui->_noDeviceLabel->setVisible(!hasDevices);
     _ui->_usersHalf->setVisible(hasDevices);
     _ui->_groupsHalf->setVisible(hasDevices);
+    if (!hasDevices)
+        _ui->_passedOverButton->setChecked(true);
     showPassedOver();
 }
 
 void GeneralWidget::showCurrentDevice()
 {
-    _changeConnections.cut();
-    _touchedKinds.clear();
-    _touchedGraces.clear();
-
-    const auto shown = _data.deviceSettings.constFind(_ui->_filesystemsComboBox->currentText());
-    const bool isDevice = shown != _data.deviceSettings.constEnd();
-    const DeviceSettings settings = isDevice ? *shown : DeviceSettings();
-    const KindSettings &users = settings.userSettings;
-    const KindSettings &groups = settings.groupSettings;
-    const QString note = graceNote();
-
+    for (KindForm *form : _kindForms)
+        form->stopWatching();
+    const auto found = _data.deviceSettings.constFind(shownDevice());
+    const bool isPresent = found != _data.deviceSettings.constEnd();
+    const DeviceSettings settings = isPresent ? *found : DeviceSettings();
     _ui->_deviceFilesystemLabel->setText(settings.filesystemType);
-    _ui->_usersGracesGroupBox->setEnabled(users.quotaOn);
-    _ui->_usersGracesGroupBox->setTitle(users.quotaOn ? QString() : note);
-    // A group's grace periods can be set only once its option is in force; a user's as soon as the kind is on.
-    _ui->_groupsGracesGroupBox->setEnabled(groups.optionInForce);
-    _ui->_groupsGracesGroupBox->setTitle(groups.quotaOn ? QString() : note);
-
-    const bool isSwitched = !settings.features.contains(DeviceSettings::quotaFeature());
-    for (QGroupBox *box : {_ui->_usersSettingsGroupBox, _ui->_groupsSettingsGroupBox}) {
-        box->setEnabled(isSwitched);
-        box->setChecked(true); // so that what follows always is a change, which hands its state to what the box holds
-    }
-    _ui->_usersSettingsGroupBox->setChecked(users.quotaOn);
-    _ui->_groupsSettingsGroupBox->setChecked(groups.quotaOn);
-
-    const std::array<const TimePeriod *, 4> graces = {&users.blockGrace, &users.inodeGrace, &groups.blockGrace,
-                                                      &groups.inodeGrace};
-    for (std::size_t i = 0; i < graces.size(); ++i)
-        _graceRows[i].show(*graces[i]);
-
-    _ui->_deviceFactsListWidget->setTexts(isDevice ? QuotaFacts::ofDevice(settings) : QStringList());
-    _ui->_usersListWidget->setTexts(isDevice ? factsOf(settings, UserQuota) : QStringList());
-    _ui->_groupsListWidget->setTexts(isDevice ? factsOf(settings, GroupQuota) : QStringList());
+    for (KindForm *form : _kindForms)
+        form->show(settings, isPresent, isPresent ? factsOf(settings, form->kind()) : QStringList());
+    if (isPresent)
+        _ui->_deviceFactsListWidget->setTexts(QuotaFacts::ofDevice(settings));
+    else
+        _ui->_deviceFactsListWidget->setTexts(shownDevice().isEmpty() ? QStringList()
+                                                                      : QStringList(QuotaFacts::ofAbsentDevice()));
     connectChangeDataWidgets();
+}
+
+QStringList GeneralWidget::factsOf(const DeviceSettings &settings, QuotaKind kind) const
+{
+    QStringList facts = QuotaFacts::ofKind(settings, kind);
+    if (_stillOff.contains({shownDevice(), kind}))
+        facts.prepend(tr("It was to be switched on, but it is still off. The details of the task say what happened."));
+    return facts;
 }
 
 void GeneralWidget::showPassedOver()
 {
-    const bool hasDevices = !_data.deviceSettings.isEmpty();
     const QStringList lines = _data.params.value(GeneralData::passedOverKey()).toStringList();
-    _ui->_passedOverListWidget->setTexts(hasDevices ? QStringList() : lines);
-    _ui->_passedOverLabel->setVisible(!hasDevices && !lines.isEmpty());
+    QToolButton *button = _ui->_passedOverButton;
+    button->setText(tr("Lines of /etc/fstab that were passed over: %1").arg(lines.size()));
+    button->setArrowType(button->isChecked() ? Qt::DownArrow : Qt::RightArrow);
+    button->setVisible(!lines.isEmpty());
+    _ui->_passedOverListWidget->setTexts(button->isChecked() ? lines : QStringList());
 }
 
+/// Where the last read found that one is needed. Of a page that nobody sees not before it is shown.
 void GeneralWidget::askForReboot()
 {
+    if (!_isRebootDue || !isVisible())
+        return dropRebootQuestion();
     if (_rebootQuestion)
         return; // still open since an earlier read
     // Not exec(): the page may go while the question stands.
     _rebootQuestion = new QMessageBox(QMessageBox::Warning, tr("Warning"),
                                       tr("To apply the settings you must reboot system.\nReboot now?"),
-                                      QMessageBox::Yes | QMessageBox::No, this);
+                                      QMessageBox::Yes | QMessageBox::No, window());
+    _rebootQuestion->setTextFormat(Qt::PlainText);
     _rebootQuestion->setDefaultButton(QMessageBox::No);
     _rebootQuestion->setAttribute(Qt::WA_DeleteOnClose);
-    connect(_rebootQuestion, &QDialog::finished, this, [this](int answer) {
-        if (answer == QMessageBox::Yes)
-            rebootSystem();
-    });
+    connect(_rebootQuestion, &QDialog::finished, this, &GeneralWidget::answerReboot);
     _rebootQuestion->open();
+}
+
+void GeneralWidget::answerReboot(int answer)
+{
+    _isRebootDue = false;
+    if (answer == QMessageBox::Yes)
+        rebootSystem();
+}
+
+/// Unanswered.
+void GeneralWidget::dropRebootQuestion()
+{
+    delete _rebootQuestion;
 }

@@ -3,13 +3,12 @@
 
 #pragma once
 
-#include "connectionlist.h"
-#include "graceperiodrow.h"
-#include "wheelguard.h"
+#include "rebootcommand.h"
 
 #include <generaldata.h>
 #include <quotakind.h>
 #include <vieweditelementwidget.h>
+#include <wheelguard.h>
 
 #include <QPair>
 #include <QPointer>
@@ -18,7 +17,7 @@
 #include <array>
 #include <memory>
 
-class QGroupBox;
+class KindForm;
 class QMessageBox;
 namespace Ui
 {
@@ -26,6 +25,9 @@ class GeneralWidget;
 }
 
 /// The editor of the quota settings of whole devices, one device at a time.
+///
+/// Edited is what differs from what was read: a kind that was switched on and off again by hand is applied as little as
+/// a grace period that nobody touched.
 class GeneralWidget : public ViewEditElementWidget
 {
     Q_OBJECT
@@ -38,10 +40,10 @@ public:
     void setElement(Element *element) override;
     /// Shows a GeneralData, and asks whether to reboot when a quota that is on has not come into force.
     void afterSuccessfulRead(Element *element, ElementData *record) override;
-    /// What was read, with the form in place of the shown device. It says which part was touched (see TouchedPart).
+    /// Notes what the next read should find switched on. The lists of accounts show what is on, too.
+    void afterSuccessfulUpdate() override;
+    /// What was read, with the form in place of the shown device, and with what was read of that.
     std::unique_ptr<ElementData> exportElementData() const override;
-    /// Says first that it can take minutes, where quota files are to be made.
-    void applyContentChanges() override;
 
 public Q_SLOTS:
     /// The next read shows this device; the reads after it keep the device that is shown.
@@ -52,34 +54,34 @@ public Q_SLOTS:
     void connectChangeDataWidgets();
 
 protected:
+    /// Quota files take long to make.
+    ApplyWarning warningBeforeApply() const override;
+    void hideEvent(QHideEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     /// A kind of quota of a device.
     using DeviceKind = QPair<QString, QuotaKind>;
 
-    static QString graceNote();
-    QGroupBox *settingsBox(QuotaKind kind) const;
-    KindSettings collected(QuotaKind kind) const;
-    bool needsQuotaFiles() const;
-    bool warnOfQuotaFiles();
+    QString shownDevice() const;
     void lookForWhatIsStillOff();
-    QStringList factsOf(const DeviceSettings &settings, QuotaKind kind) const;
     void showDevices();
     void showCurrentDevice();
+    QStringList factsOf(const DeviceSettings &settings, QuotaKind kind) const;
     void showPassedOver();
     void askForReboot();
+    void answerReboot(int answer);
+    void dropRebootQuestion();
 
     std::unique_ptr<Ui::GeneralWidget> _ui;
-    GeneralData _data;                        // as read last
-    std::array<GracePeriodRow, 4> _graceRows; // two for the users, two for the groups, the one for space first
-    ConnectionList _changeConnections;
+    std::array<KindForm *, 2> _kindForms; // owned as children
+    GeneralData _data;                    // as read last
     WheelGuard _wheelGuard;
-    QString _deviceName;            // to show next; empty for the one that is shown
-    QSet<QuotaKind> _touchedKinds;  // of the shown device, as is the next
-    QSet<QuotaKind> _touchedGraces; // whose grace periods were edited
-    QSet<DeviceKind> _askedOn;      // what was applied and has not been seen to be on since
-    QSet<DeviceKind> _stillOff;     // what of it a read has found to be off
-    bool _isRead = true;            // whether the record that comes was just read
-    QPointer<QMessageBox> _rebootQuestion;
+    QString _deviceName;                   // to show next; empty for the one that is shown
+    QSet<DeviceKind> _askedOn;             // what was applied and has not been seen to be on since
+    QSet<DeviceKind> _stillOff;            // what of it a read has found to be off
+    bool _isRebootDue = false;             // by the last read, and not answered since
+    QPointer<QMessageBox> _rebootQuestion; // the window's, while this page is shown
+    RebootCommand _rebootCommand;
 };

@@ -20,7 +20,8 @@ GroupWidget::GroupWidget(Module *module, AccessCheck access, QWidget *parent)
 std::unique_ptr<ElementData> GroupWidget::exportElementData() const
 {
     auto record = std::make_unique<GroupData>();
-    exportTo(*record);
+    if (!exportTo(*record))
+        return nullptr;
     return record;
 }
 

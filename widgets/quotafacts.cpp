@@ -3,7 +3,11 @@
 
 #include "quotafacts.h"
 
+#include "graceperiodrow.h"
+
 #include <devicesettings.h>
+#include <memorysize.h>
+#include <memorysizetransfer.h>
 
 QStringList QuotaFacts::ofKind(const DeviceSettings &settings, QuotaKind kind)
 {
@@ -21,17 +25,28 @@ QStringList QuotaFacts::ofKind(const DeviceSettings &settings, QuotaKind kind)
         if (facts.quotaOn && !facts.optionInForce)
             texts += tr("Mounted without %1: limits stop nobody, unless quotaon was run since").arg(option);
     } else {
-        texts += facts.optionConfigured ? tr("Configured: %1 stands in /etc/fstab").arg(option)
-                                        : tr("Not configured: no %1 in /etc/fstab").arg(option);
+        // Lines of other spellings may name the device as well; they are not recognised.
+        texts +=
+            facts.optionConfigured
+                ? tr("Configured: %1 stands in /etc/fstab").arg(option)
+                : tr("Not configured: no %1 in a line of /etc/fstab that is recognised as this device").arg(option);
         if (!settings.filesystemType.isEmpty()) {
-            texts += facts.optionInForce ? tr("In force: mounted with %1").arg(option)
-                                         : tr("Not in force: mounted without %1").arg(option);
+            // By one option or the other: a journaled quota has its own.
+            if (isGroup)
+                texts += facts.optionInForce ? tr("In force: mounted with an option for group quota")
+                                             : tr("Not in force: mounted without an option for group quota");
+            else
+                texts += facts.optionInForce ? tr("In force: mounted with an option for user quota")
+                                             : tr("Not in force: mounted without an option for user quota");
             texts +=
                 facts.fileExists ? tr("Quota file %1 is present").arg(file) : tr("Quota file %1 is missing").arg(file);
         }
     }
     if (facts.quotaOn) {
-        const auto text = [](const TimePeriod &grace) { return grace.text.isEmpty() ? tr("none") : grace.text; };
+        const auto text = [](const TimePeriod &grace) {
+            const QString words = gracePeriodText(grace);
+            return words.isEmpty() ? tr("none") : words;
+        };
         texts += tr("Grace period for space: %1").arg(text(facts.blockGrace));
         texts += tr("Grace period for files: %1").arg(text(facts.inodeGrace));
     }
@@ -43,10 +58,20 @@ QStringList QuotaFacts::ofDevice(const DeviceSettings &settings)
     QStringList facts;
     if (settings.filesystemType.isEmpty())
         facts += tr("This device is not mounted.");
+    if (!settings.mountPoint.isEmpty()) {
+        const QString size = MemorySize(MemorySizeTransfer(), settings.size).text;
+        facts += size.isEmpty() ? tr("Mounted on %1").arg(settings.mountPoint)
+                                : tr("Mounted on %1, %2").arg(settings.mountPoint, size);
+    }
     if (settings.features.contains(DeviceSettings::quotaFeature()))
         facts +=
             tr("This file system keeps its quotas in itself (ext4 feature \"quota\"): they count from every mount on. "
                "Switching them and setting grace periods is not available here, because the programs that do so "
                "work on quota files, and this file system has none.");
     return facts + settings.failures;
+}
+
+QString QuotaFacts::ofAbsentDevice()
+{
+    return tr("This device is missing: the last read did not find it.");
 }

@@ -18,6 +18,8 @@ class QuotaFacts
 public:
     /// Where quotas of this kind stand on the device: configured, in force, on, with a file.
     static QStringList ofKind(const DeviceSettings &settings, QuotaKind kind);
-    /// What is out of the ordinary with the device as a whole; empty for most.
+    /// Where the device is, and what is out of the ordinary with it as a whole.
     static QStringList ofDevice(const DeviceSettings &settings);
+    /// What is said of a device that an earlier read brought and the last one did not.
+    static QString ofAbsentDevice();
 };

@@ -3,17 +3,24 @@
 
 #pragma once
 
-#include <QProcessEnvironment>
+#include <QDeadlineTimer>
+#include <QPointer>
+
+class QProcess;
 
 /// Asking the desktop's window manager to reboot the system.
-namespace RebootCommand
+class RebootCommand
 {
+public:
+    /// Starts the command and returns. How it ends is not looked at; it is never killed, not even by the end of this
+    /// process. While it runs, at most 30 s, another call does nothing.
+    ///
+    /// It gets this process's environment, but with the runtime folder of the user who raised its rights ("SUDO_UID"):
+    /// that is where the window manager is reached.
+    void run();
+    bool isRunning() const;
 
-/// This process's environment, but with the runtime folder of the user who raised its rights ("SUDO_UID"): that is
-/// where the window manager is reached.
-QProcessEnvironment environment();
-
-/// Runs the command and waits for it, 30 s at most. How it ended is not looked at.
-void run();
-
-} // namespace RebootCommand
+private:
+    QPointer<QProcess> _process; // owns itself
+    QDeadlineTimer _wait;
+};

@@ -3,83 +3,97 @@
 
 #include "sizelimitedit.h"
 
-#include <memorysizetransfer.h>
-
-#include <QLineEdit>
-#include <QLocale>
+#include <limitrange.h>
 
 #include <cmath>
 
 namespace
 {
-/// A size in the largest unit that divides it.
-QString exactText(quint64 bytes)
+constexpr double unitStep = 1024.0;
+
+quint64 bytesOf(const MemorySize &size)
 {
-    constexpr quint64 step = 1024;
-    int unit = MemorySizeTransfer::Bytes;
-    for (; bytes != 0 && bytes % step == 0 && unit < MemorySizeTransfer::Gb; ++unit)
-        bytes /= step;
-    return QStringLiteral("%1 %2").arg(QLocale().toString(bytes), MemorySizeTransfer::unitName(unit));
+    return size.bytes != 0 ? size.bytes : size.toBytes();
 }
 } // namespace
 
-SizeLimitEdit::SizeLimitEdit(QCheckBox *checkBox, QDoubleSpinBox *number, QComboBox *unit,
-                             const MemorySizeTransfer &units)
-    : _checkBox(checkBox)
+SizeLimitEdit::SizeLimitEdit(QCheckBox *checkBox, SizeSpinBox *number, QComboBox *unit, QToolButton *anyAmount)
+    : LimitEdit(Counted::Space, checkBox, number, anyAmount)
     , _number(number)
     , _unit(unit)
 {
-    QObject::connect(unit, qOverload<int>(&QComboBox::currentIndexChanged), number, [number](int index) {
-        // Whatever the unit, a limit stays below 4 GiB. Two decimals are kept.
-        number->setMaximum(4294967295.0 / std::pow(1024.0, index) - 1);
+    connect(unit, qOverload<int>(&QComboBox::currentIndexChanged), this, [this](int index) {
+        // Whatever the unit, a limit in the boxes stays below 4 GiB. Two decimals are kept.
+        _number->changeMaximum(4294967295.0 / std::pow(unitStep, index) - 1);
+        Q_EMIT edited();
     });
-    for (auto each = units.units().cbegin(); each != units.units().cend(); ++each)
+    for (auto each = _units.units().cbegin(); each != _units.units().cend(); ++each)
         unit->addItem(each.value(), each.key());
-    QObject::connect(checkBox, &QCheckBox::toggled, number, &QWidget::setEnabled);
-    QObject::connect(checkBox, &QCheckBox::toggled, unit, &QWidget::setEnabled);
-    QObject::connect(number->findChild<QLineEdit *>(), &QLineEdit::textEdited, number, [this] { _isTyped = true; });
+    connect(checkBox, &QCheckBox::toggled, unit, &QWidget::setEnabled);
+    connect(number, qOverload<double>(&QDoubleSpinBox::valueChanged), this, &LimitEdit::edited);
+    connect(number->line(), &QLineEdit::textEdited, this, &LimitEdit::edited);
 }
 
 void SizeLimitEdit::show(const MemorySize &limit)
 {
-    _limit = limit;
-    _unit->setCurrentText(limit.unitName); // first, lest the number be held to the maximum of the unit before
-    _number->setValue(limit.value);
-    _checkBox->setChecked(limit.value > 0);
-    _number->setEnabled(_checkBox->isChecked());
-    _unit->setEnabled(_checkBox->isChecked());
-
-    _wasChecked = _checkBox->isChecked();
-    _firstNumber = _number->value();
-    _firstUnit = _unit->currentIndex();
-    _isTyped = false;
+    _read = limit;
+    showAmount(bytesOf(limit));
 }
 
 MemorySize SizeLimitEdit::limit() const
 {
-    return isEdited() ? shownByForm() : _limit;
+    const quint64 bytes = amount();
+    if (bytes == bytesOf(_read))
+        return _read;
+    const MemorySize shown = sizeInBoxes();
+    return isChecked() && shown.bytes == bytes ? shown : MemorySize(_units, bytes);
 }
 
-QString SizeLimitEdit::hiddenLimit() const
+bool SizeLimitEdit::isBeyond() const
 {
-    const quint64 bytes = _limit.toBytes();
-    return isEdited() || bytes == shownByForm().toBytes() ? QString() : exactText(bytes);
+    return inUnit(amount()) > _number->maximum();
 }
 
-bool SizeLimitEdit::isEdited() const
+QString SizeLimitEdit::most() const
 {
-    return _isTyped || _checkBox->isChecked() != _wasChecked || _unit->currentIndex() != _firstUnit ||
-           _number->value() != _firstNumber;
+    return QStringLiteral("%1 %2").arg(_number->shownText(_number->maximum()), _unit->currentText());
 }
 
-MemorySize SizeLimitEdit::shownByForm() const
+std::optional<quint64> SizeLimitEdit::storedOtherwise() const
+{
+    const quint64 stored = LimitRange::wholeBlocks(amount());
+    const auto rounded = [this](quint64 bytes) { return _number->shownText(inUnit(bytes)); };
+    if (stored == 0 || rounded(stored) == rounded(amount()))
+        return std::nullopt;
+    return stored;
+}
+
+void SizeLimitEdit::fillBoxes(quint64 amount)
+{
+    const MemorySize size(_units, amount);
+    _unit->setCurrentText(size.unitName); // first, lest the number be held to the maximum of the unit before
+    _number->showValue(size.value);
+    _unit->setEnabled(amount != 0);
+    _firstNumber = _number->value();
+    _firstUnit = _unit->currentIndex();
+}
+
+bool SizeLimitEdit::areBoxesAsFilled() const
+{
+    return _unit->currentIndex() == _firstUnit && _number->value() == _firstNumber;
+}
+
+MemorySize SizeLimitEdit::sizeInBoxes() const
 {
     MemorySize size;
-    if (!_checkBox->isChecked())
-        return size;
     size.value = _number->value();
     size.unit = _unit->currentData().toInt();
     size.unitName = _unit->currentText();
     size.bytes = size.toBytes();
     return size;
+}
+
+double SizeLimitEdit::inUnit(quint64 bytes) const
+{
+    return static_cast<double>(bytes) / std::pow(unitStep, _unit->currentIndex());
 }

@@ -3,48 +3,49 @@
 
 #pragma once
 
+#include "limitedit.h"
+
+#include <memorysizetransfer.h>
+
 #include <memorysize.h>
 
-#include <QCheckBox>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 
-class MemorySizeTransfer;
-
-/// A limit on space in a form: whether there is one, its number and its unit.
-///
-/// The form shows less than a limit may hold: two decimals, and just under 4 GiB in whatever unit. So a limit that was
-/// not edited is not taken from the form: it stays what it was. It counts as edited while the form shows anything other
-/// than at first, and from the first key that was typed into its number.
-class SizeLimitEdit
+/// A limit on space in a form: its boxes show two decimals, and just under 4 GiB in whatever unit.
+class SizeLimitEdit : public LimitEdit
 {
-public:
-    /// Fills the unit box. The widgets are the form's and outlive this.
-    SizeLimitEdit(QCheckBox *checkBox, QDoubleSpinBox *number, QComboBox *unit, const MemorySizeTransfer &units);
-    SizeLimitEdit(const SizeLimitEdit &) = delete;
-    SizeLimitEdit &operator=(const SizeLimitEdit &) = delete;
+    Q_OBJECT
 
-    QCheckBox *checkBox() const { return _checkBox; }
-    QDoubleSpinBox *number() const { return _number; }
-    QComboBox *unit() const { return _unit; }
+public:
+    /// Fills the unit box.
+    SizeLimitEdit(QCheckBox *checkBox, SizeSpinBox *number, QComboBox *unit, QToolButton *anyAmount);
 
     void show(const MemorySize &limit);
     /// What was shown last, or what it was edited to.
     MemorySize limit() const;
-    /// The limit in words while it is not the one that the form shows; else empty.
-    QString hiddenLimit() const;
+
+    QComboBox *unit() const { return _unit; }
+
+    bool isBeyond() const override;
+    QString most() const override;
+    std::optional<quint64> storedOtherwise() const override;
+    void setWarning(const QString &text) override { _number->setWarning(text); }
+
+protected:
+    quint64 numberInBoxes() const override { return sizeInBoxes().bytes; }
+    void fillBoxes(quint64 amount) override;
+    bool areBoxesAsFilled() const override;
+    bool isNumberRefused() const override { return _number->isRefusing(); }
 
 private:
-    bool isEdited() const;
-    MemorySize shownByForm() const;
+    MemorySize sizeInBoxes() const;
+    double inUnit(quint64 bytes) const;
 
-    QCheckBox *_checkBox;
-    QDoubleSpinBox *_number;
+    SizeSpinBox *_number;
     QComboBox *_unit;
-    MemorySize _limit;
+    MemorySizeTransfer _units;
+    MemorySize _read;
     // As filled in.
-    bool _wasChecked = false;
     double _firstNumber = 0;
     int _firstUnit = 0;
-    bool _isTyped = false;
 };

@@ -20,7 +20,8 @@ UserWidget::UserWidget(Module *module, AccessCheck access, QWidget *parent)
 std::unique_ptr<ElementData> UserWidget::exportElementData() const
 {
     auto record = std::make_unique<UserData>();
-    exportTo(*record);
+    if (!exportTo(*record))
+        return nullptr;
     return record;
 }
 

@@ -3,6 +3,8 @@
 
 #include "wholelistwidget.h"
 
+#include <isolatingdelegate.h>
+
 #include <QEvent>
 
 WholeListWidget::WholeListWidget(QWidget *parent)
@@ -11,6 +13,7 @@ WholeListWidget::WholeListWidget(QWidget *parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setResizeMode(Adjust);
+    setItemDelegate(new IsolatingDelegate(this));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -46,4 +49,24 @@ void WholeListWidget::layOut()
 int WholeListWidget::wholeHeight() const
 {
     return contentsSize().height() + 2 * frameWidth();
+}
+
+TextListWidget::TextListWidget(QWidget *parent)
+    : WholeListWidget(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    viewport()->setAutoFillBackground(false);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(NoSelection);
+    setFocusPolicy(Qt::NoFocus);
+    setWordWrap(true);
+    hide();
+}
+
+void TextListWidget::setTexts(const QStringList &texts)
+{
+    clear();
+    addItems(texts);
+    setVisible(!texts.isEmpty());
+    layOut();
 }

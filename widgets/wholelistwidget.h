@@ -26,3 +26,14 @@ protected:
 private:
     int wholeHeight() const;
 };
+
+/// A list of texts to be read: without a frame, and hidden while it has none.
+class TextListWidget : public WholeListWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TextListWidget(QWidget *parent = nullptr);
+
+    void setTexts(const QStringList &texts);
+};
