@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 /// The five time fields of a cron line, each as it stood in the line: leading blanks of the first one are kept.
@@ -29,9 +30,11 @@ struct CronJob
     QString user;
     QString command; ///< without the comment that ends the line
     QString comment; ///< without its "#"; empty for none
+
+    QByteArray asRead = {}; ///< the line that it was read from, to the byte; empty for a job that was made here
 };
 
-/// The comment takes no part: two lines that differ only in it are the same job.
+/// The comment and the line take no part: two lines that differ only in them are the same job.
 inline bool operator==(const CronJob &left, const CronJob &right)
 {
     return left.schedule == right.schedule && left.user == right.user && left.command == right.command;

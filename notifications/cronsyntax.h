@@ -5,21 +5,21 @@
 
 #include "cronjob.h"
 
-/// What cron says of the numbers in a schedule. A table with one line that it refuses is ignored as a whole.
-class CronSyntax
+/// What cron thinks of a schedule. A table with one line that it refuses is ignored as a whole.
+namespace CronSyntax
 {
-public:
-    enum Field
-    {
-        Minute,
-        Hour,
-        DayOfMonth,
-        Month,
-        DayOfWeek,
-        None,
-    };
 
-    /// The first field that cron refuses. Of fields with numbers, as the expert mode takes them: the names of months
-    /// and days are not known here.
-    static Field refusedField(const CronSchedule &schedule);
+enum Field
+{
+    Minute,
+    Hour,
+    DayOfMonth,
+    Month,
+    DayOfWeek,
+    None,
 };
+
+/// The first field that cron refuses.
+Field refusedField(const CronSchedule &schedule);
+
+} // namespace CronSyntax

@@ -5,11 +5,8 @@
 
 #include "wholefile.h"
 
-#include <filereplacement.h>
-
 #include <QRegularExpression>
 #include <QSignalBlocker>
-#include <QStringList>
 
 namespace
 {
@@ -68,35 +65,55 @@ QStringList CrontabReader::headLines()
             QStringLiteral("PATH=/usr/sbin")};
 }
 
-QList<CronJob> CrontabReader::readJobs(const QString &path)
+QList<CronJob> CrontabReader::jobsIn(const QByteArray &table)
 {
-    const std::optional<QByteArray> bytes = WholeFile::read(path);
-    if (!bytes) {
-        Q_EMIT error(tr("Can'n open %1 file").arg(path));
-        return {};
-    }
     QList<CronJob> jobs;
-    const QStringList lines = WholeFile::text(*bytes).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString &line : lines) {
-        const CronJob job = parseJob(line);
-        if (!job.schedule.minute.isEmpty())
-            jobs.append(job);
+    const QByteArrayList lines = table.split('\n');
+    for (const QByteArray &line : lines) {
+        CronJob job = parseJob(WholeFile::text(line));
+        if (job.schedule.minute.isEmpty())
+            continue;
+        job.asRead = line;
+        jobs.append(job);
     }
     return jobs;
 }
 
-bool CrontabReader::writeJobs(const QString &path, const QList<CronJob> &jobs, QString *reason)
+std::optional<QByteArray> CrontabReader::readTable(const QString &path)
 {
-    QStringList lines = headLines();
-    for (const CronJob &job : jobs)
-        lines.append(formatJob(job));
-    const QString text = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
-    const FileReplacement written = replaceFile(path, text.toUtf8(), FileRights::RootWritable);
-    if (reason)
-        *reason = written.reason;
-    if (!written.succeeded())
+    std::optional<QByteArray> table = WholeFile::read(path);
+    if (!table)
+        Q_EMIT error(tr("Can'n open %1 file").arg(path));
+    return table;
+}
+
+QList<CronJob> CrontabReader::readJobs(const QString &path)
+{
+    return jobsIn(readTable(path).value_or(QByteArray()));
+}
+
+FileReplacement CrontabReader::writeLines(const QString &path, const QByteArrayList &lines,
+                                          const std::optional<QByteArray> &expected)
+{
+    QByteArray table;
+    const QStringList head = headLines();
+    for (const QString &line : head)
+        table += line.toUtf8() + '\n';
+    for (const QByteArray &line : lines)
+        table += line + '\n';
+    FileReplacement written = expected ? replaceFile(path, table, *expected, FileRights::RootWritable)
+                                       : replaceFile(path, table, FileRights::RootWritable);
+    if (!written.succeeded() && written.end != FileReplacement::End::ChangedMeanwhile)
         Q_EMIT error(tr("Can'n create %1 file").arg(path));
-    return written.succeeded();
+    return written;
+}
+
+bool CrontabReader::writeJobs(const QString &path, const QList<CronJob> &jobs)
+{
+    QByteArrayList lines;
+    for (const CronJob &job : jobs)
+        lines.append(formatJob(job).toUtf8());
+    return writeLines(path, lines).succeeded();
 }
 
 bool CrontabReader::addJobs(const QString &path, const QList<CronJob> &jobs)

@@ -5,9 +5,14 @@
 
 #include "cronjob.h"
 
+#include <filereplacement.h>
+
+#include <QByteArrayList>
 #include <QList>
 #include <QObject>
-#include <QString>
+#include <QStringList>
+
+#include <optional>
 
 /// Reads and writes a system cron table of job lines. It understands plain job lines only: everything else in a table,
 /// comments and settings among it, is passed over when reading and gone when the table is written.
@@ -28,18 +33,26 @@ public:
     static CronSchedule parseSchedule(const QString &text);
     static QString formatSchedule(const CronSchedule &schedule);
 
-    /// What writeJobs() puts above the jobs, line by line.
+    /// What a written table begins with, line by line.
     static QStringList headLines();
 
-    /// The jobs of a table, in its order; none when it cannot be read.
+    /// The jobs of a table, in its order, each with the line that it stands in.
+    static QList<CronJob> jobsIn(const QByteArray &table);
+
+    /// The bytes of a table; none when it cannot be read.
+    std::optional<QByteArray> readTable(const QString &path);
+    /// The jobs of a table; none when it cannot be read.
     QList<CronJob> readJobs(const QString &path);
-    /// Replaces the table, as a file that cron accepts. False when that cannot be done, with the system's reason; then
-    /// the old one stays.
-    bool writeJobs(const QString &path, const QList<CronJob> &jobs, QString *reason = nullptr);
+    /// Replaces the table by the head and these lines, as a file that cron accepts. The old one stays when that fails;
+    /// also, which is no error, where it does not hold the expected bytes.
+    FileReplacement writeLines(const QString &path, const QByteArrayList &lines,
+                               const std::optional<QByteArray> &expected = {});
+    /// The same with formatted jobs. False when it fails.
+    bool writeJobs(const QString &path, const QList<CronJob> &jobs);
     /// Appends the jobs that the table does not hold yet. A table that is missing counts as an empty one.
     bool addJobs(const QString &path, const QList<CronJob> &jobs);
-    /// Takes the jobs out that the table does *not* hold, which leaves all of its own: what this does is to write the
-    /// table in the writer's own form.
+    /// Removes the jobs that it does *not* hold, so none of its own. The effect is a table
+    /// in the writer's own form.
     bool removeJobs(const QString &path, const QList<CronJob> &jobs);
 
 Q_SIGNALS:

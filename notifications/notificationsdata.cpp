@@ -4,23 +4,3 @@
 #include "notificationsdata.h"
 
 NotificationsData::~NotificationsData() = default;
-
-QString NotificationsData::droppedLinesKey()
-{
-    return QStringLiteral("droppedLines");
-}
-
-QString NotificationsData::dailyRunKey()
-{
-    return QStringLiteral("dailyRun");
-}
-
-QString NotificationsData::editedFilesKey()
-{
-    return QStringLiteral("editedFiles");
-}
-
-QString NotificationsData::asReadKey()
-{
-    return QStringLiteral("asRead");
-}

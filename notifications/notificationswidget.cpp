@@ -3,12 +3,12 @@
 
 #include "notificationswidget.h"
 
-#include "cronsyntax.h"
-#include "crontabreader.h"
-#include "schedulevalidator.h"
+#include "notificationsmanager.h"
+#include "runnotes.h"
 #include "ui_notificationswidget.h"
 #include "warnquotacommand.h"
 
+#include <notificationselement.h>
 #include <plaintooltip.h>
 
 #include <QFontDatabase>
@@ -20,22 +20,11 @@
 
 namespace
 {
-using Mode = ScheduleChoice::Mode;
-
 std::unique_ptr<Ui::NotificationsWidget> makeForm(QWidget *widget)
 {
     auto form = std::make_unique<Ui::NotificationsWidget>();
     form->setupUi(widget);
     return form;
-}
-
-/// What toPlainText() gives, with no-break spaces left as they are.
-QString textOf(const QPlainTextEdit *edit)
-{
-    QString text = edit->document()->toRawText();
-    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-    text.replace(QChar::LineSeparator, QLatin1Char('\n'));
-    return text;
 }
 
 QFont fixedFont(const QFont &usual)
@@ -46,37 +35,45 @@ QFont fixedFont(const QFont &usual)
     return font;
 }
 
-void setLines(QPlainTextEdit *edit, int lines)
+/// Gives a text the fixed font, and room for that many lines.
+void prepare(QPlainTextEdit *edit, int lines)
 {
+    edit->setFont(fixedFont(edit->font()));
     const int margins = 2 * (edit->frameWidth() + static_cast<int>(edit->document()->documentMargin()));
     edit->setMinimumHeight(lines * edit->fontMetrics().lineSpacing() + margins);
+}
+
+void showNote(QLabel *label, const QStringList &texts)
+{
+    label->setText(texts.join(QLatin1Char('\n')));
+    label->setHidden(texts.isEmpty());
 }
 } // namespace
 
 NotificationsWidget::NotificationsWidget(Module *module, AccessCheck access, QWidget *parent)
     : ViewEditElementWidget(module, access, parent)
     , _ui(makeForm(this))
-    , _texts({{{_ui->_warnquotaconfPlainTextEdit, &WarnquotaJob::config},
-               {_ui->_quotagrpadminsPlainTextEdit, &WarnquotaJob::adminsFile},
-               {_ui->_quotatabPlainTextEdit, &WarnquotaJob::quotaTab}}})
-    , _validator(new ScheduleValidator(this))
+    , _schedule(*_ui)
+    , _texts(*_ui, this)
 {
-    setElementType(QStringLiteral("QuotaNotificationsElement"));
-    _ui->_expertLineEdit->setValidator(_validator);
+    constexpr int linesOfConfig = 8;
+    constexpr int linesOfTable = 3;
+    setElementType(NotificationsElement::typeName());
     _ui->_expertLineEdit->setFont(fixedFont(font()));
-    for (const FileText &text : _texts) {
-        // Texts stay readable and scrollable where they cannot be edited.
-        text.edit->setFont(fixedFont(font()));
-        connect(this, &ViewEditElementWidget::editableChanged, text.edit,
-                [edit = text.edit](bool editable) { edit->setReadOnly(!editable); });
-    }
+    prepare(_ui->_warnquotaconfPlainTextEdit, linesOfConfig);
+    prepare(_ui->_quotagrpadminsPlainTextEdit, linesOfTable);
+    prepare(_ui->_quotatabPlainTextEdit, linesOfTable);
+    _wheelGuard.guard(_ui->_cronJobsComboBox);
+    _wheelGuard.guard(_ui->_atDateTimeEdit);
+    connect(this, &ViewEditElementWidget::editableChanged, this,
+            [this](bool editable) { _texts.setEditable(editable); });
     connect(_ui->_cronJobsComboBox, &QComboBox::currentTextChanged, this, &NotificationsWidget::currentJobChanged);
     connect(_ui->_addedTaskToolButton, &QToolButton::clicked, this, &NotificationsWidget::addTask);
     connect(_ui->_deleteTaskToolButton, &QToolButton::clicked, this, &NotificationsWidget::deleteTask);
-    showNotes({});
+    showNotes();
     currentJobChanged(QString());
-    setTasksEnabled(false);
-    _ui->_noTaskLabel->hide(); // nobody knows before the first read
+    setRunsEnabled(false);
+    _ui->_noTaskLabel->hide(); // before the first read it is not known
     blockEditWidget(true);
 }
 
@@ -84,88 +81,101 @@ NotificationsWidget::~NotificationsWidget() = default;
 
 void NotificationsWidget::afterSuccessfulRead(Element *element, ElementData *record)
 {
-    if (element != this->element() || role() != MainRole)
+    if (element != this->element())
         return;
     if (!isBlocked())
         blockEditWidget(true);
     const auto *read = dynamic_cast<const NotificationsData *>(record);
     if (!read)
         return;
-    _tasks.clear();
-    for (int i = 0; i < read->jobs.size(); ++i)
-        _tasks.insert(QString::number(i + 1), read->jobs.at(i));
-    _files = read->files;
-    _asRead = read->params.value(NotificationsData::asReadKey());
-    showNotes(read->params);
-
-    QComboBox *tasks = _ui->_cronJobsComboBox;
-    const QString shown = _taskToShow.isEmpty() ? tasks->currentText() : _taskToShow;
-    _taskToShow.clear();
-    {
-        const QSignalBlocker once(tasks); // shown below, and also where there is none
-        tasks->clear();
-        tasks->addItems(_tasks.keys());
-        tasks->setCurrentText(shown);
+    _runs.clear();
+    _refusals.clear();
+    for (int i = 0; i < read->jobs.size(); ++i) {
+        const QString name = QString::number(i + 1);
+        const WarnquotaJob &run = read->jobs.at(i);
+        _runs.insert(name, run);
+        if (const QString refusal = RunNotes::refusal(name, run.job.schedule); !refusal.isEmpty())
+            _refusals.insert(name, refusal);
     }
-    currentJobChanged(tasks->currentText());
+    _files = read->files;
+    _asRead = read->asRead;
+    _notes = read->notes;
+    showNotes();
+
+    QComboBox *names = _ui->_cronJobsComboBox;
+    const QString shown = _runToShow.isEmpty() ? names->currentText() : _runToShow;
+    _runToShow.clear();
+    {
+        const QSignalBlocker once(names); // shown below, and also where there is none
+        names->clear();
+        names->addItems(_runs.keys());
+        names->setCurrentText(shown);
+    }
+    currentJobChanged(currentName());
     _ui->_addedTaskToolButton->setEnabled(true);
-    setTasksEnabled(!_tasks.isEmpty());
+    setRunsEnabled(!_runs.isEmpty());
     ViewEditElementWidget::afterSuccessfulRead(element, record);
 }
 
 void NotificationsWidget::afterSuccessfulUpdate()
 {
-    const auto shown = _tasks.constFind(_ui->_cronJobsComboBox->currentText());
-    if (shown != _tasks.constEnd())
-        _taskToShow = QString::number(std::distance(_tasks.constBegin(), shown) + 1);
+    const std::unique_ptr<ElementData> exported = exportElementData();
+    const auto *written = dynamic_cast<const NotificationsData *>(exported.get());
+    const auto shown = _runs.constFind(currentName());
+    // The runs are numbered by their lines, which are as before where only texts were edited.
+    if (shown != _runs.constEnd() && written && NotificationsManager::areRunsEdited(*written))
+        _runToShow = QString::number(std::distance(_runs.constBegin(), shown) + 1);
     ViewEditElementWidget::afterSuccessfulUpdate();
 }
 
-bool NotificationsWidget::isContentValid() const
+QString NotificationsWidget::whyInvalid() const
 {
-    const ScheduleChoice chosen = choice();
-    const bool isScheduleValid =
-        chosen.mode != Mode::Expert || chosen == _shown || _ui->_expertLineEdit->hasAcceptableInput();
-    return isScheduleValid && ViewEditElementWidget::isContentValid();
+    return isScheduleValid()
+               ? ViewEditElementWidget::whyInvalid()
+               : tr("A schedule has five fields of digits, \"*\", \"/\", \",\" and \"-\": minute, hour, day "
+                    "of the month, month, day of the week.");
+}
+
+QWidget *NotificationsWidget::invalidField() const
+{
+    return isScheduleValid() ? ViewEditElementWidget::invalidField() : _ui->_expertLineEdit;
+}
+
+ViewEditElementWidget::ApplyWarning NotificationsWidget::warningBeforeApply() const
+{
+    const auto current = _runs.constFind(currentName());
+    if (current == _runs.constEnd())
+        return {};
+    return {tr("Warning"), RunNotes::question(*current, fromForm(*current)), true};
 }
 
 std::unique_ptr<ElementData> NotificationsWidget::exportElementData() const
 {
     auto exported = std::make_unique<NotificationsData>();
     exported->files = _files;
-    QMap<QString, WarnquotaJob> tasks = _tasks;
-    QStringList edited;
-    const auto current = tasks.find(_ui->_cronJobsComboBox->currentText());
-    if (current != tasks.end()) {
-        current->users = _ui->_usersCheckBox->isChecked();
-        current->groups = _ui->_groupsCheckBox->isChecked();
-        current->job.user = QStringLiteral("root");
-        if (!(choice() == _shown))
-            current->job.schedule = choice().schedule();
-        for (const FileText &text : _texts) {
-            if (!text.edit->document()->isModified())
-                continue;
-            exported->files.insert((*current).*text.path, textOf(text.edit));
-            edited.append((*current).*text.path);
-        }
+    exported->asRead = _asRead;
+    QMap<QString, WarnquotaJob> runs = _runs;
+    const auto current = runs.find(currentName());
+    if (current != runs.end()) {
+        *current = fromForm(*current);
+        const QMap<QString, QString> edited = _texts.edited();
+        for (auto text = edited.cbegin(); text != edited.cend(); ++text)
+            exported->files.insert(text.key(), text.value());
     }
-    exported->jobs = tasks.values();
-    exported->params.insert(NotificationsData::editedFilesKey(), edited);
-    exported->params.insert(NotificationsData::asReadKey(), _asRead);
+    exported->jobs = runs.values();
     return exported;
 }
 
 void NotificationsWidget::currentJobChanged(const QString &jobName)
 {
     disconnectChangeDataWidgets();
-    const WarnquotaJob job = _tasks.value(jobName);
-    _ui->_usersCheckBox->setChecked(job.users);
-    _ui->_groupsCheckBox->setChecked(job.groups);
-    showSchedule(job.job.schedule);
-    for (const FileText &text : _texts) {
-        text.edit->setPlainText(_files.value(job.*text.path));
-        text.edit->setToolTip(plainToolTip(job.*text.path));
-    }
+    const WarnquotaJob run = _runs.value(jobName);
+    _ui->_usersCheckBox->setChecked(run.users);
+    _ui->_groupsCheckBox->setChecked(run.groups);
+    _schedule.show(run.job.schedule, !run.job.asRead.isEmpty());
+    _texts.show(run, _files);
+    showNote(_ui->_runNoteLabel, RunNotes::of(run, _notes));
+    showRefusals();
     connectChangeDataWidgets();
 }
 
@@ -173,18 +183,11 @@ void NotificationsWidget::connectChangeDataWidgets()
 {
     for (const QCheckBox *box : {_ui->_usersCheckBox, _ui->_groupsCheckBox})
         _changeConnections += connect(box, &QCheckBox::toggled, this, &NotificationsWidget::analizCheckBoxes);
-    for (const FileText &text : _texts)
-        _changeConnections += connect(text.edit, &QPlainTextEdit::textChanged, this, &NotificationsWidget::changeData);
-
-    const auto changeSchedule = [this] {
+    _changeConnections += _texts.connectChanges(this, [this] { changeData(); });
+    _changeConnections += _schedule.connectChanges(this, [this] {
         cronWidgetsChanged();
         changeData();
-    };
-    for (const QRadioButton *mode :
-         {_ui->_monthRadioButton, _ui->_dayRadioButton, _ui->_hourRadioButton, _ui->_expertRadioButton})
-        _changeConnections += connect(mode, &QRadioButton::toggled, this, changeSchedule);
-    _changeConnections += connect(_ui->_atDateTimeEdit, &QDateTimeEdit::dateTimeChanged, this, changeSchedule);
-    _changeConnections += connect(_ui->_expertLineEdit, &QLineEdit::textChanged, this, changeSchedule);
+    });
 }
 
 void NotificationsWidget::disconnectChangeDataWidgets()
@@ -204,45 +207,49 @@ void NotificationsWidget::changeData()
 
 void NotificationsWidget::cronWidgetsChanged()
 {
-    showMode();
+    _schedule.showMode();
     changeExpertLineData();
+    _refusals[currentName()] = RunNotes::refusal(currentName(), _schedule.schedule());
+    showRefusals();
 }
 
 void NotificationsWidget::changeExpertLineData()
 {
-    const ScheduleChoice chosen = choice();
-    if (chosen.mode != Mode::Expert)
-        _ui->_expertLineEdit->setText(CrontabReader::formatSchedule(chosen.schedule()));
-    else if (chosen == _shown)
-        _ui->_expertLineEdit->setModified(false); // typed back to what it was, which may be applied whatever it is
+    _schedule.showLine();
 }
 
 void NotificationsWidget::addTask()
 {
     const QString name = tr("new task");
-    WarnquotaJob job;
-    job.config = WarnquotaCommand::defaultConfig();
-    job.quotaTab = WarnquotaCommand::defaultQuotaTab();
-    job.adminsFile = WarnquotaCommand::defaultAdminsFile();
-    _tasks.insert(name, job);
-    if (_ui->_cronJobsComboBox->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
-        _ui->_cronJobsComboBox->addItem(name);
-    _ui->_cronJobsComboBox->setCurrentText(name);
+    WarnquotaJob run;
+    run.config = WarnquotaCommand::defaultConfig();
+    run.quotaTab = WarnquotaCommand::defaultQuotaTab();
+    run.adminsFile = WarnquotaCommand::defaultAdminsFile();
+    _runs.insert(name, run);
+    QComboBox *names = _ui->_cronJobsComboBox;
+    if (names->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+        names->addItem(name);
+    if (names->currentText() == name)
+        currentJobChanged(name); // in the place of the one before
+    names->setCurrentText(name);
     _ui->_hourRadioButton->setChecked(true);
     _ui->_usersCheckBox->setChecked(true);
-    setTasksEnabled(true);
+    setRunsEnabled(true);
     changeData();
     _ui->_usersCheckBox->setFocus();
 }
 
 void NotificationsWidget::deleteTask()
 {
-    QComboBox *tasks = _ui->_cronJobsComboBox;
-    const QString name = tasks->currentText();
-    _tasks.remove(name);
-    tasks->removeItem(tasks->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive));
-    if (_tasks.isEmpty()) {
-        setTasksEnabled(false);
+    QComboBox *names = _ui->_cronJobsComboBox;
+    const QString name = currentName();
+    _runs.remove(name);
+    _refusals.remove(name);
+    names->removeItem(names->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    showRefusals();
+    if (_runs.isEmpty()) {
+        setRunsEnabled(false);
+        _ui->_noTaskLabel->hide(); // until this is applied there is one
         _ui->_addedTaskToolButton->setFocus();
     }
     changeContent();
@@ -264,77 +271,33 @@ void NotificationsWidget::analizCheckBoxes()
 void NotificationsWidget::resizeEvent(QResizeEvent *event)
 {
     ViewEditElementWidget::resizeEvent(event);
-    constexpr int linesOfConfig = 8;
-    constexpr int linesOfTable = 3;
-    const int margins = 8 * style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
+    // Left and right: of the page, of the box around the texts, and of the two boxes that may stand side by side.
+    const int margins = 2 * 4 * style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
     const int tables = std::max(_ui->_quotagrpadminsGroupBox->minimumSizeHint().width(),
                                 _ui->_quotatabGroupBox->minimumSizeHint().width());
     const bool fits = width() >= _ui->_warnquotaGroupBox->minimumSizeHint().width() + tables + margins;
     _ui->_filesLayout->setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    setLines(_ui->_warnquotaconfPlainTextEdit, linesOfConfig);
-    setLines(_ui->_quotagrpadminsPlainTextEdit, linesOfTable);
-    setLines(_ui->_quotatabPlainTextEdit, linesOfTable);
 }
 
-void NotificationsWidget::showNotes(const QVariantMap &notes)
+void NotificationsWidget::showNotes()
 {
-    const QStringList dropped = notes.value(NotificationsData::droppedLinesKey()).toStringList();
-    _ui->_dailyRunLabel->setVisible(notes.value(NotificationsData::dailyRunKey()).toBool());
-    _ui->_droppedLinesLabel->setVisible(!dropped.isEmpty());
-    _ui->_droppedLinesLabel->setToolTip(plainToolTip(dropped.join(QLatin1Char('\n'))));
+    _ui->_dailyRunLabel->setVisible(_notes.hasDailyRun);
+    _ui->_droppedLinesLabel->setHidden(_notes.droppedLines.isEmpty());
+    _ui->_droppedLinesLabel->setToolTip(plainToolTip(_notes.droppedLines.join(QLatin1Char('\n'))));
+    _ui->_noTableLabel->setVisible(_notes.isTableMissing && !_notes.isCronMissing);
+    _ui->_noCronLabel->setVisible(_notes.isCronMissing);
 }
 
-void NotificationsWidget::showSchedule(const CronSchedule &schedule)
+void NotificationsWidget::showRefusals()
 {
-    _shown = ScheduleChoice::of(schedule, QDate::currentDate());
-    _ui->_monthRadioButton->setChecked(_shown.mode == Mode::Monthly);
-    _ui->_dayRadioButton->setChecked(_shown.mode == Mode::Daily);
-    _ui->_hourRadioButton->setChecked(_shown.mode == Mode::Hourly);
-    _ui->_expertRadioButton->setChecked(_shown.mode == Mode::Expert);
-    _ui->_atDateTimeEdit->setDateTime(_shown.at);
-    _ui->_expertLineEdit->setText(_shown.line);
-    _validator->setLenient(!_ui->_expertLineEdit->hasAcceptableInput());
-    showMode();
+    constexpr int mostShown = 3;
+    QStringList texts = _refusals.values();
+    texts.removeAll(QString());
+    const QStringList shown = texts.mid(0, mostShown);
+    showNote(_ui->_refusedLineLabel, texts.size() > mostShown ? shown + QStringList(QChar(0x2026)) : shown);
 }
 
-void NotificationsWidget::showMode()
-{
-    const auto show = [this](const QString &format, const QString &label) {
-        _ui->_atDateTimeEdit->showSections(format);
-        _ui->_atLabel->setText(label);
-    };
-    // Tab stops at the chosen mode, and not at the first of them, from where the arrow keys would choose another.
-    for (QRadioButton *button :
-         {_ui->_monthRadioButton, _ui->_dayRadioButton, _ui->_hourRadioButton, _ui->_expertRadioButton})
-        button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
-    const Mode mode = choice().mode;
-    if (mode == Mode::Monthly)
-        show(QStringLiteral("dd HH:mm"), tr("At (day hours:minutes):"));
-    else if (mode == Mode::Daily)
-        show(QStringLiteral("HH:mm"), tr("At (hours:minutes):"));
-    else if (mode == Mode::Hourly)
-        show(QStringLiteral("mm"), tr("At (minutes):"));
-    _ui->_atLabel->setHidden(_ui->_atLabel->text().isEmpty()); // and its room with it
-    _ui->_atDateTimeEdit->setEnabled(mode != Mode::Expert);
-    _ui->_expertLineEdit->setEnabled(mode == Mode::Expert);
-    showRefusal();
-}
-
-void NotificationsWidget::showRefusal()
-{
-    const ScheduleChoice chosen = choice();
-    const bool isKnown = chosen.mode == Mode::Expert && !(chosen.schedule() == CronSchedule());
-    const CronSyntax::Field refused = isKnown ? CronSyntax::refusedField(chosen.schedule()) : CronSyntax::None;
-    const QString fields[] = {tr("the minute (0 to 59)"), tr("the hour (0 to 23)"),
-                              tr("the day of the month (1 to 31)"), tr("the month (1 to 12)"),
-                              tr("the day of the week (0 to 7)")};
-    _ui->_refusedLineLabel->setVisible(refused != CronSyntax::None);
-    if (refused != CronSyntax::None)
-        //: %1 is a field of the line: "the hour (0 to 23)"
-        _ui->_refusedLineLabel->setFullText(tr("cron refuses %1, and with it all tasks.").arg(fields[refused]));
-}
-
-void NotificationsWidget::setTasksEnabled(bool enabled)
+void NotificationsWidget::setRunsEnabled(bool enabled)
 {
     _ui->_notifyWidget->setEnabled(enabled);
     _ui->_globalWidget->setEnabled(enabled);
@@ -343,16 +306,23 @@ void NotificationsWidget::setTasksEnabled(bool enabled)
     _ui->_noTaskLabel->setHidden(enabled);
 }
 
-ScheduleChoice NotificationsWidget::choice() const
+bool NotificationsWidget::isScheduleValid() const
 {
-    Mode mode = Mode::None;
-    if (_ui->_monthRadioButton->isChecked())
-        mode = Mode::Monthly;
-    else if (_ui->_dayRadioButton->isChecked())
-        mode = Mode::Daily;
-    else if (_ui->_hourRadioButton->isChecked())
-        mode = Mode::Hourly;
-    else if (_ui->_expertRadioButton->isChecked())
-        mode = Mode::Expert;
-    return {mode, _ui->_atDateTimeEdit->dateTime(), _ui->_expertLineEdit->text()};
+    return !_runs.contains(currentName()) || _schedule.isValid();
+}
+
+QString NotificationsWidget::currentName() const
+{
+    return _ui->_cronJobsComboBox->currentText();
+}
+
+WarnquotaJob NotificationsWidget::fromForm(WarnquotaJob run) const
+{
+    const WarnquotaJob before = run;
+    run.users = _ui->_usersCheckBox->isChecked();
+    run.groups = _ui->_groupsCheckBox->isChecked();
+    run.job.schedule = _schedule.schedule();
+    if (run.job.asRead.isEmpty() || !(run == before))
+        run.job.user = QStringLiteral("root");
+    return run;
 }

@@ -3,29 +3,23 @@
 
 #pragma once
 
+#include "filetexts.h"
 #include "notificationsdata.h"
-#include "schedulechoice.h"
+#include "scheduleform.h"
 
 #include <vieweditelementwidget.h>
+#include <wheelguard.h>
 
 #include <QMap>
 #include <QMetaObject>
 #include <QVector>
 
-#include <array>
 #include <memory>
 
-class QPlainTextEdit;
-class ScheduleValidator;
-namespace Ui
-{
-class NotificationsWidget;
-}
-
-/// The editor of the quota warnings: the tasks of the cron file, one at a time, and the texts of the files that the
-/// shown task uses.
+/// The editor of the quota warnings: the runs of the cron file, which the page calls tasks, one at a time, and the
+/// texts of the files that the shown run uses.
 ///
-/// Only what was edited is exported anew: a schedule and a text that nobody touched go back as they came.
+/// Only what was edited is exported anew: a run and a text that were not go back as they came.
 class NotificationsWidget : public ViewEditElementWidget
 {
     Q_OBJECT
@@ -34,19 +28,19 @@ public:
     explicit NotificationsWidget(Module *module, AccessCheck access, QWidget *parent = nullptr);
     ~NotificationsWidget() override;
 
-    /// Shows a NotificationsData, with the task that was shown before.
+    /// Shows a NotificationsData, with the run that was shown before.
     void afterSuccessfulRead(Element *element, ElementData *record) override;
-    /// The read that follows finds the shown task by its place in the file.
+    /// The read that follows finds the shown run by its place in the file.
     void afterSuccessfulUpdate() override;
-    /// Also no edited schedule that the grammar of the expert mode does not accept.
-    bool isContentValid() const override;
+    /// Also an edited schedule that the grammar of the expert mode does not accept.
+    QString whyInvalid() const override;
     std::unique_ptr<ElementData> exportElementData() const override;
 
 public Q_SLOTS:
-    /// Shows that task; an empty form for a name that no task has.
+    /// Shows that run; an empty form for a name that none has.
     void currentJobChanged(const QString &jobName);
     void connectChangeDataWidgets();
-    /// Marks the content changed. Until the next read tasks are neither switched nor added nor deleted.
+    /// Marks the content changed. Until the next read runs are neither switched nor added nor deleted.
     void changeData();
     /// Follows the chosen mode.
     void cronWidgetsChanged();
@@ -58,32 +52,30 @@ public Q_SLOTS:
     void analizCheckBoxes();
 
 protected:
+    /// Asks before a run becomes root's, or its line loses something.
+    ApplyWarning warningBeforeApply() const override;
+    QWidget *invalidField() const override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    /// The text of one of the files of a task.
-    struct FileText
-    {
-        QPlainTextEdit *edit;
-        QString WarnquotaJob::*path;
-    };
-
     void disconnectChangeDataWidgets();
-    void showNotes(const QVariantMap &notes);
-    void showSchedule(const CronSchedule &schedule);
-    void showMode();
-    /// Says when cron would not take the line of the expert mode.
-    void showRefusal();
-    void setTasksEnabled(bool enabled);
-    ScheduleChoice choice() const;
+    void showNotes();
+    void showRefusals();
+    void setRunsEnabled(bool enabled);
+    bool isScheduleValid() const;
+    QString currentName() const;
+    /// A run as the form says it. It is root's from the first edit on.
+    WarnquotaJob fromForm(WarnquotaJob run) const;
 
     std::unique_ptr<Ui::NotificationsWidget> _ui;
-    std::array<FileText, 3> _texts;
-    ScheduleValidator *_validator;
-    QMap<QString, WarnquotaJob> _tasks; // as read, and those that were added
-    QMap<QString, QString> _files;      // as read
-    QVariant _asRead;                   // what the record said under asReadKey(), for the update
-    ScheduleChoice _shown;              // of the current task, before it was edited
-    QString _taskToShow;                // after the next read; empty for the one that is shown
+    ScheduleForm _schedule;
+    FileTexts _texts;
+    WheelGuard _wheelGuard;
+    QMap<QString, WarnquotaJob> _runs; // as read, and those that were added
+    QMap<QString, QString> _files;     // as read
+    std::optional<NotificationsAsRead> _asRead;
+    NotificationNotes _notes;
+    QMap<QString, QString> _refusals; // by the names of the runs that cron refuses
+    QString _runToShow;               // after the next read; empty for the one that is shown
     QVector<QMetaObject::Connection> _changeConnections;
 };

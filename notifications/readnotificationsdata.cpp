@@ -18,7 +18,12 @@ ReadNotificationsData::ReadNotificationsData(Element *element)
 
 void ReadNotificationsData::run()
 {
-    runWithBackEnd<NotificationsManager>(*this,
-                                         [this](NotificationsManager &manager) { setElementData(manager.read()); });
+    runWithBackEnd<NotificationsManager>(*this, [this](NotificationsManager &manager) {
+        std::unique_ptr<NotificationsData> data = manager.read();
+        const NotificationNotes &notes = data->notes;
+        // The first use: nobody has made the files yet, which the page explains.
+        setMessageNote(notes.isTableMissing && !notes.isCronMissing && notes.isNothingBroken);
+        setElementData(std::move(data));
+    });
     ReadPropertyHeavyTask::run();
 }

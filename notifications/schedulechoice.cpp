@@ -85,3 +85,13 @@ bool operator==(const ScheduleChoice &left, const ScheduleChoice &right)
         return false;
     return left.mode == ScheduleChoice::Mode::Expert ? left.line == right.line : left.schedule() == right.schedule();
 }
+
+ScheduleValidator::ScheduleValidator(QObject *parent)
+    : QRegularExpressionValidator(QRegularExpression(CrontabReader::schedulePattern()), parent)
+{}
+
+QValidator::State ScheduleValidator::validate(QString &input, int &position) const
+{
+    const State state = QRegularExpressionValidator::validate(input, position);
+    return state == Invalid && _isLenient ? Intermediate : state;
+}

@@ -6,6 +6,7 @@
 #include "cronjob.h"
 
 #include <QDateTime>
+#include <QRegularExpressionValidator>
 #include <QString>
 
 /// A schedule as the form shows it: one of the simple modes with a time, or a cron line.
@@ -35,3 +36,19 @@ struct ScheduleChoice
 
 /// Whether both say the same: the parts of the time that the mode does not show are not compared.
 bool operator==(const ScheduleChoice &left, const ScheduleChoice &right);
+
+/// Accepts what the grammar of the expert mode accepts.
+class ScheduleValidator : public QRegularExpressionValidator
+{
+    Q_OBJECT
+
+public:
+    explicit ScheduleValidator(QObject *parent = nullptr);
+
+    /// Lenient: every text is at least Intermediate, so that a line that does not fit to begin with can be edited.
+    void setLenient(bool lenient) { _isLenient = lenient; }
+    State validate(QString &input, int &position) const override;
+
+private:
+    bool _isLenient = false;
+};

@@ -18,7 +18,13 @@ UpdateNotificationsData::UpdateNotificationsData(Element *element, std::unique_p
 void UpdateNotificationsData::run()
 {
     if (const auto *data = dynamic_cast<const NotificationsData *>(elementData()))
-        runWithBackEnd<NotificationsManager>(*this, [data](NotificationsManager &manager) { manager.write(*data); });
+        runWithBackEnd<NotificationsManager>(*this, [this, data](NotificationsManager &manager) {
+            QStringList lines;
+            const QStringList written = manager.write(*data);
+            for (const QString &path : written)
+                lines += QCoreApplication::translate("QObject", "Applied: %1").arg(path);
+            setResult(lines.join(QLatin1Char('\n')));
+        });
     else
         setStatus(Failed);
     UpdateTask::run();

@@ -5,6 +5,7 @@
 
 #include "warnquotajob.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -23,10 +24,24 @@ QStringList defaultFiles();
 WarnquotaJob parse(const CronJob &job);
 
 /// The job with its command made anew. A path that is the default is not written.
-CronJob build(const WarnquotaJob &job);
+CronJob build(const WarnquotaJob &run);
 
-/// Whether a command that is parsed and built again still does what it did: it runs `warnquota`, with no options but
-/// those that are picked out.
-bool isKept(const QString &command);
+/// Whether a run that was read from a table says what its line says: nothing of it was edited.
+bool isAsRead(const WarnquotaJob &run);
+/// The line of a run in the table: the one that it was read from, or, where it was edited or made here, a new one.
+QByteArray line(const WarnquotaJob &run);
+
+/// What building the command of a job anew changes in it.
+enum class Loss
+{
+    None,
+    Detail, ///< it runs `warnquota`, and says more than the options that are picked out
+    Program ///< it runs something else
+};
+Loss lossOf(const CronJob &job);
+
+/// Whether the shell that runs a job opens this very file for this path: it is absolute, and none of its characters
+/// means something to cron or to the shell.
+bool isPlainPath(const QString &path);
 
 } // namespace WarnquotaCommand

@@ -15,3 +15,11 @@ struct WarnquotaJob
     bool users = false; ///< warn users
     bool groups = false;
 };
+
+/// All that a run says is compared, but not the line that it was read from.
+inline bool operator==(const WarnquotaJob &left, const WarnquotaJob &right)
+{
+    return left.job == right.job && left.job.comment == right.job.comment && left.quotaTab == right.quotaTab &&
+           left.config == right.config && left.adminsFile == right.adminsFile && left.users == right.users &&
+           left.groups == right.groups;
+}
