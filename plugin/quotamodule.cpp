@@ -22,12 +22,9 @@
 namespace
 {
 
-using TaskRules = std::vector<QuotaModule::TaskRule>;
-
 /// An account's quota is read and applied alike in the lists and on the console's own pages.
-TaskRules accountRules()
+void addAccountRules(QuotaModule::TaskRules &rules)
 {
-    TaskRules rules;
     for (const QString &type : {UserElement::typeName(), LocalUserQuotaElement::typeName()}) {
         rules.push_back({type, OperationType::Read, &readTask<ReadUserData>});
         rules.push_back({type, OperationType::Write, &updateTask<UpdateUserData>});
@@ -36,17 +33,16 @@ TaskRules accountRules()
         rules.push_back({type, OperationType::Read, &readTask<ReadGroupData>});
         rules.push_back({type, OperationType::Write, &updateTask<UpdateGroupData>});
     }
-    return rules;
 }
 
 } // namespace
 
 QuotaModule::QuotaModule(const QString &name, const QString &attachName, Kind kind, const QString &description,
-                         std::vector<TaskRule> rules, QObject *parent)
+                         TaskRules rules, QObject *parent)
     : Module(name, parent)
-    , _rules(accountRules())
+    , _rules(std::move(rules))
 {
-    _rules.insert(_rules.end(), rules.begin(), rules.end());
+    addAccountRules(_rules);
     setAttachName(attachName);
     setKind(kind);
     setData(QStringLiteral("description"), description);

@@ -27,6 +27,7 @@ public:
         /// `data` is the record of a write; null for every other operation.
         std::unique_ptr<AbstractTask> (*makeTask)(Element *element, std::unique_ptr<ElementData> data);
     };
+    using TaskRules = std::vector<TaskRule>;
 
     /// Starts the task of the rule that fits. Everything that no rule fits, and everything asked of an editor rather
     /// than of an element, goes to the host unchanged.
@@ -34,11 +35,11 @@ public:
 
 protected:
     /// The rules are those that the module knows besides.
-    QuotaModule(const QString &name, const QString &attachName, Kind kind, const QString &description,
-                std::vector<TaskRule> rules, QObject *parent);
+    QuotaModule(const QString &name, const QString &attachName, Kind kind, const QString &description, TaskRules rules,
+                QObject *parent);
 
 private:
     const TaskRule *findRule(const ContextOperation &operation, OperationType type) const;
 
-    std::vector<TaskRule> _rules;
+    TaskRules _rules;
 };

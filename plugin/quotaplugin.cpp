@@ -3,8 +3,7 @@
 
 #include "quotaplugin.h"
 
-#include "localgroupquotamodule.h"
-#include "localuserquotamodule.h"
+#include "localquotamodules.h"
 #include "quotageneralmodule.h"
 
 #include <appexception.h>
@@ -24,8 +23,10 @@ bool QuotaPlugin::isValid()
 {
     try {
         Process::simpleStart(QStringLiteral("modinfo"), {QStringLiteral("quota_v2")}, true);
-    } catch (const AppException &) {
-        return false; // the loader keeps what modinfo said
+    } catch (const AppException &exception) {
+        setWhyInvalid(tr("the kernel has no module quota_v2, or it could not be asked for it (%1).")
+                          .arg(QString::fromUtf8(exception.what())));
+        return false;
     }
     return true;
 }

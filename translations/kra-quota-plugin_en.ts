@@ -41,5 +41,12 @@
             <numerusform> minutes</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source> seconds</source>
+        <translation>
+            <numerusform> second</numerusform>
+            <numerusform> seconds</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -1,7 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "localquotamodule.h"
+#include "localquotamodules.h"
+
+#include <localgroupquotaelement.h>
+#include <localgroupquotawidget.h>
+#include <localuserquotaelement.h>
+#include <localuserquotawidget.h>
 
 LocalQuotaModule::LocalQuotaModule(const QString &name, const QString &attachName, const QString &description,
                                    Extension extension, QObject *parent)
@@ -24,4 +29,20 @@ void LocalQuotaModule::performOperation(ContextOperation *operation, OperationTy
         }
     }
     QuotaModule::performOperation(operation, type, data, extra);
+}
+
+LocalUserQuotaModule::LocalUserQuotaModule(QObject *parent)
+    : LocalQuotaModule(QStringLiteral("LocalUserQuotaModule"), QStringLiteral("LocalUserModule"),
+                       tr("Support user quota settings"), Extension::by<LocalUserQuotaElement>(), parent)
+{
+    insertElementWidget(new LocalUserQuotaWidget(this, &Module::isAdministratorHierarchy));
+    connectElementWidgets();
+}
+
+LocalGroupQuotaModule::LocalGroupQuotaModule(QObject *parent)
+    : LocalQuotaModule(QStringLiteral("LocalGroupQuotaModule"), QStringLiteral("LocalGroupModule"),
+                       tr("Support group quota settings"), Extension::by<LocalGroupQuotaElement>(), parent)
+{
+    insertElementWidget(new LocalGroupQuotaWidget(this, &Module::isAdministratorHierarchy));
+    connectElementWidgets();
 }
