@@ -62,8 +62,10 @@ void ElementMenu::addVariants(const Element &element)
         action->setChecked(variant == element.displayChildrenVariant());
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, variant] {
-            if (_element)
-                chooseVariant(*_element.data(), variant);
+            if (!_element)
+                return;
+            chooseVariant(*_element.data(), variant);
+            Q_EMIT variantChosen();
         });
     }
 }

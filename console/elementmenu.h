@@ -19,6 +19,8 @@ Q_SIGNALS:
     void openChosen(Element *element);
     /// Show the element and read it again.
     void refreshChosen(Element *element);
+    /// Another display variant is shown.
+    void variantChosen();
 
 private:
     void addVariants(const Element &element);

@@ -68,8 +68,11 @@ void ListBar::forget(QObject *list)
 void ListBar::updateVariants()
 {
     const QStringList names = _element ? variantNames(*_element.data()) : QStringList();
-    _variants->clear();
-    _variants->addItems(names);
+    if (names != _variantNames) { // else it may be open
+        _variantNames = names;
+        _variants->clear();
+        _variants->addItems(names);
+    }
     _variants->setHidden(names.isEmpty());
     if (_element)
         _variants->setCurrentIndex(_element->displayChildrenVariant());

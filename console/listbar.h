@@ -36,4 +36,5 @@ private:
     QHash<const QObject *, QString> _searches; // by the list that they narrow
     SearchField *_search;
     QComboBox *_variants;
+    QStringList _variantNames; // that it offers
 };

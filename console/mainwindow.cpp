@@ -3,6 +3,7 @@
 
 #include "mainwindow.h"
 
+#include "browserguard.h"
 #include "elementmenu.h"
 #include "listbar.h"
 #include "navigationpane.h"
@@ -25,6 +26,8 @@
 #include <QCloseEvent>
 #include <QMessageBox>
 #include <QSettings>
+#include <QSysInfo>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -35,7 +38,9 @@ constexpr char geometryKey[] = "window/geometry";
 constexpr char stateKey[] = "window/state";
 constexpr char splitterKey[] = "window/splitter";
 
-constexpr int defaultTreeCharacters = 42;
+constexpr int terminationGrace = 30000; // milliseconds: less than a session manager waits before it kills
+
+constexpr int defaultTreeCharacters = 40;
 constexpr int defaultTaskLines = 9;
 
 /// Gives the focus to the first widget of a part of the window that takes it. False when none does.
@@ -64,8 +69,10 @@ MainWindow::MainWindow(Session &session, QWidget *parent)
     , _rightsNotice(new NoticeBar(this))
     , _pluginsNotice(new NoticeBar(this))
     , _closingNotice(new NoticeBar(this))
+    , _terminationGrace(new QTimer(this))
 {
     _ui->setupUi(this);
+    new BrowserGuard(statusBar());
     buildLayout();
     connectActions();
     connectParts();
@@ -147,16 +154,23 @@ void MainWindow::connectParts()
     connect(
         _pages, &ElementPages::answered, this,
         [this](bool stays) {
+            if (stays)
+                _terminationGrace->stop();
             if (std::exchange(_closesWhenAnswered, false) && !stays)
                 close();
         },
         Qt::QueuedConnection); // after what the question was about
     connect(_pluginsNotice, &NoticeBar::buttonClicked, this, &MainWindow::showPlugins);
-    connect(_closingNotice, &NoticeBar::buttonClicked, this, [this] {
-        _isClosing = false;
-        _closingNotice->say({}, {});
-    });
+    connect(_closingNotice, &NoticeBar::buttonClicked, this, &MainWindow::keepOpen);
+    _terminationGrace->setObjectName(QStringLiteral("terminationGrace"));
+    _terminationGrace->setSingleShot(true);
+    _terminationGrace->setInterval(terminationGrace);
+    connect(_terminationGrace, &QTimer::timeout, this, &MainWindow::endNow);
     connect(TaskObserver::instance(), &TaskObserver::taskFinished, this, &MainWindow::taskEnded);
+    connect(_tasks, &QAbstractItemModel::dataChanged, this, [this] {
+        if (_isClosing)
+            waitForTasks(); // says what runs now
+    });
 }
 
 void MainWindow::restoreLayout()
@@ -199,12 +213,26 @@ void MainWindow::updateActions()
     _ui->applyAction->setEnabled(_pages->canApply());
     _ui->revertAction->setEnabled(_pages->canApply());
     _ui->refreshAction->setEnabled(_pages->canRefresh());
-    setWindowModified(_pages->canApply());
+    showTitle();
     auto *list = qobject_cast<ListElementWidget *>(_pages->currentEditor());
     _listBar->setList(list);
     _listBarAction->setVisible(list);
     _ui->searchListAction->setEnabled(list);
     watchMenusOfPage();
+}
+
+/// The platform adds the name of the program.
+void MainWindow::showTitle()
+{
+    const Element *element = _pages->currentElement();
+    const QString computer = QSysInfo::machineHostName();
+    QString title = element ? element->title() : QString();
+    if (title.isEmpty() || title == computer)
+        title = computer;
+    else
+        title = tr("%1 on %2", "a page, on a computer").arg(title, computer);
+    setWindowTitle(title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")) + QLatin1String("[*]"));
+    setWindowModified(_pages->canApply());
 }
 
 void MainWindow::watchMenusOfPage()
@@ -237,10 +265,11 @@ void MainWindow::showMenu(Element *element, const QPoint &globalPosition)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     connect(menu, &ElementMenu::openChosen, this, &MainWindow::choose);
     connect(menu, &ElementMenu::refreshChosen, this, [this](Element *chosen) {
-        choose(chosen);
-        if (_pages->currentElement() == chosen)
+        choose(chosen); // which reads what was not shown
+        if (_pages->currentElement() == chosen && !TaskObserver::instance()->isBusyWith(chosen))
             _pages->refresh();
     });
+    connect(menu, &ElementMenu::variantChosen, this, &MainWindow::updateActions);
     menu->popup(globalPosition);
 }
 
@@ -276,12 +305,14 @@ void MainWindow::showPlugins()
 
 void MainWindow::showAbout()
 {
-    auto *box = new QMessageBox(QMessageBox::NoIcon, tr("About"),
-                                tr("<h3>%1 %2</h3><p>A console for the administration of this computer.</p>"
-                                   "<p>Copyright 2026 The kra authors. Free software under the GNU General Public "
-                                   "License, version 3 or later. It comes with no warranty.</p>")
-                                    .arg(QApplication::applicationDisplayName(), QApplication::applicationVersion()),
-                                QMessageBox::Close, this);
+    auto *box =
+        new QMessageBox(QMessageBox::NoIcon, tr("About"),
+                        tr("%1 %2").arg(QApplication::applicationDisplayName(), QApplication::applicationVersion()),
+                        QMessageBox::Close, this);
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(tr("A console for the administration of this computer.\n\n"
+                               "Copyright 2026 The kra authors. Free software under the GNU General Public License, "
+                               "version 3 or later. It comes with no warranty."));
     const int extent = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     box->setIconPixmap(windowIcon().pixmap(2 * extent, 2 * extent));
     box->setAttribute(Qt::WA_DeleteOnClose);
@@ -290,13 +321,15 @@ void MainWindow::showAbout()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (_pages->isAsking()) { // and the session ends, say: the answer goes for that as well
-        _closesWhenAnswered = true;
+    if (_pages->isAsking()) {                   // and the session ends, say: the answer goes for that as well
+        _closesWhenAnswered = !_isAskedToClose; // which closes by itself
         event->ignore();
         return;
     }
+    _isAskedToClose = true;
     const bool stays = !_pages->mayLeave();
-    if (!stays && !TaskObserver::instance()->isChangingMachine()) {
+    _isAskedToClose = false;
+    if (!stays && (_isClosing || !TaskObserver::instance()->isChangingMachine())) {
         saveLayout();
         event->accept();
         return;
@@ -309,18 +342,49 @@ void MainWindow::closeEvent(QCloseEvent *event)
 void MainWindow::waitForTasks()
 {
     _isClosing = true;
+    const QString activity = _tasks->currentActivity();
+    const QString task = QStringLiteral("\"%1\"").arg(_tasks->currentDescription());
     _closingNotice->say(QStringLiteral("kra-task-running"),
-                        tr("Waiting for \"%1\" to finish. The console closes then.").arg(_tasks->currentDescription()),
+                        tr("Waiting for %1 to finish. The console closes then; close the window once more, and the "
+                           "rest is done without "
+                           "it.")
+                            .arg(activity.isEmpty() ? task : QStringLiteral("%1 (%2)").arg(task, activity)),
                         tr("&Keep it open"));
+}
+
+void MainWindow::keepOpen()
+{
+    _isClosing = false;
+    _terminationGrace->stop();
+    _closingNotice->say({}, {});
+}
+
+void MainWindow::terminate()
+{
+    if (_terminationGrace->isActive())
+        return endNow();
+    _terminationGrace->start();
+    close();
+}
+
+void MainWindow::endNow()
+{
+    saveLayout();
+    hide();
+    QCoreApplication::exit(); // ends the loops of open questions, too; none of them is answered then
 }
 
 void MainWindow::taskEnded(const TaskReport &task)
 {
-    if (!_isClosing)
+    if (!_isClosing) {
+        if (task.changesMachine && task.status == TaskDescription::Succeeded && task.description == _keptOpenBy)
+            _closingNotice->say({}, {});
         return;
+    }
     if (task.changesMachine && task.status == TaskDescription::Failed) {
         // Closing now would take the reason away before it was read.
         _isClosing = false;
+        _keptOpenBy = task.description;
         _closingNotice->say(QStringLiteral("dialog-error"),
                             tr("The console stays open, since \"%1\" failed.").arg(task.description), tr("H&ide"));
     } else if (!TaskObserver::instance()->isChangingMachine()) {

@@ -16,6 +16,7 @@ class NoticeBar;
 class Session;
 class TaskListModel;
 class TaskPane;
+class QTimer;
 struct TaskReport;
 
 namespace Ui
@@ -33,8 +34,15 @@ public:
     explicit MainWindow(Session &session, QWidget *parent = nullptr);
     ~MainWindow() override;
 
+public Q_SLOTS:
+    /// Closes the window as the administrator would: it asks about changes and waits for a task that changes the
+    /// machine. Asked a second time, or without an answer within half a minute, it gives up what was typed and not
+    /// applied and closes the window. Then TaskObserver::closeDown() still finishes what changes the machine.
+    void terminate();
+
 protected:
-    /// Asks about changes that were not applied, and waits for tasks that change the machine.
+    /// Asks about changes that were not applied, and waits for tasks that change the machine; closed once more, it
+    /// waits no longer.
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -47,6 +55,7 @@ private:
     void choose(Element *element);
     void followPage(Element *element);
     void updateActions();
+    void showTitle();
     void watchMenusOfPage();
     void watchContext();
     void showListMenu(const QPoint &globalPosition);
@@ -56,6 +65,8 @@ private:
     void showAbout();
 
     void waitForTasks();
+    void keepOpen();
+    void endNow();
     void taskEnded(const TaskReport &task);
 
     Session &_session;
@@ -69,7 +80,10 @@ private:
     NoticeBar *_rightsNotice;
     NoticeBar *_pluginsNotice;
     NoticeBar *_closingNotice;
+    QTimer *_terminationGrace;            // runs from the first terminate() on
     NodePointer<Element> _contextElement; // that a list's menu is about
     bool _closesWhenAnswered = false;
-    bool _isClosing = false; // as soon as what changes the machine has ended
+    bool _isAskedToClose = false; // and asks the administrator
+    bool _isClosing = false;      // as soon as what changes the machine has ended
+    QString _keptOpenBy;          // the failed task of which the notice speaks
 };

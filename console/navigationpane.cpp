@@ -43,7 +43,14 @@ NavigationPane::NavigationPane(TreeNode *root, QWidget *parent)
     whole->addWidget(_search);
     whole->addWidget(_view);
 
-    _announcing.setSingleShot(true);
+    for (QTimer *timer : {&_announcing, &_showing}) {
+        timer->setSingleShot(true);
+        timer->setInterval(0);
+    }
+    connect(&_showing, &QTimer::timeout, this, &NavigationPane::showCurrent);
+    const auto showLater = [this] { _showing.start(); };
+    connect(_rows, &QAbstractItemModel::rowsInserted, this, showLater);
+    connect(_rows, &QAbstractItemModel::layoutChanged, this, showLater);
     connect(&_announcing, &QTimer::timeout, this, &NavigationPane::announce);
     connect(_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &NavigationPane::noteRow);
     connect(_view, &QWidget::customContextMenuRequested, this, &NavigationPane::requestMenu);
@@ -81,6 +88,18 @@ void NavigationPane::noteRow(const QModelIndex &index)
     _announcing.start();
 }
 
+/// The current row may have been away for a moment: a search hides a list whose rows are being replaced.
+void NavigationPane::showCurrent()
+{
+    if (!_rows->filterText().isEmpty())
+        expandAll();
+    const QModelIndex index = _view->indexOf(_current.data());
+    if (!index.isValid() || index == _view->currentIndex() || _announcing.isActive())
+        return;
+    _view->setCurrentIndex(index);
+    _announcing.stop();
+}
+
 void NavigationPane::announce()
 {
     if (auto *element = dynamic_cast<Element *>(_current.data()))
@@ -112,8 +131,7 @@ void NavigationPane::search(const QString &text)
     }
     _rows->setFilterText(text);
     if (!text.isEmpty()) {
-        for (TreeNode *node : parents())
-            _view->expand(_view->indexOf(node));
+        expandAll();
         return;
     }
     _view->collapseAll();
@@ -123,6 +141,12 @@ void NavigationPane::search(const QString &text)
     }
     _expandedBeforeSearch.clear();
     setCurrentNode(_current.data());
+}
+
+void NavigationPane::expandAll()
+{
+    for (TreeNode *node : parents())
+        _view->expand(_view->indexOf(node));
 }
 
 /// The nodes that have rows below them, parents before their children.

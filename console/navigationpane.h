@@ -42,6 +42,8 @@ private:
     void request(TreeNode *node);
     void requestMenu(const QPoint &position);
     void search(const QString &text);
+    void showCurrent();
+    void expandAll();
     QVector<TreeNode *> parents() const;
 
     TreeNode *_root;
@@ -50,6 +52,7 @@ private:
     SearchField *_search;
     ElementTreeView *_view;
     QTimer _announcing;
+    QTimer _showing; // runs when rows came
     NodePointer<TreeNode> _current;
     bool _isRemoving = false; // meanwhile the view moves on from rows that go, which is nobody's choice
     QVector<NodePointer<TreeNode>> _expandedBeforeSearch;

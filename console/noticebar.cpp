@@ -20,6 +20,7 @@ NoticeBar::NoticeBar(QWidget *parent)
     setBackgroundRole(QPalette::ToolTipBase);
     _text->setForegroundRole(QPalette::ToolTipText);
     _text->setWordWrap(true);
+    _icon->setTextFormat(Qt::PlainText);
     _text->setTextFormat(Qt::PlainText);
     auto *row = new QHBoxLayout(this);
     row->addWidget(_icon);

@@ -23,6 +23,19 @@ QString paragraph(const QString &heading, const QStringList &lines)
         escaped.append(line.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
     return QStringLiteral("<p><b>%1</b><br>%2</p>").arg(heading.toHtmlEscaped(), escaped.join(QLatin1String("<br>")));
 }
+/// The beginning of what a program printed: of a kernel module's description the end is a signature.
+QStringList shortened(const QStringList &texts)
+{
+    constexpr int shownLines = 8;
+    QStringList shortTexts;
+    for (const QString &text : texts) {
+        QStringList lines = text.split(QLatin1Char('\n'));
+        if (lines.size() > shownLines)
+            lines = QStringList(lines.mid(0, shownLines)) << QStringLiteral("\u2026");
+        shortTexts.append(lines.join(QLatin1Char('\n')));
+    }
+    return shortTexts;
+}
 } // namespace
 
 QString pluginTitle(const PluginRecord &record)
@@ -77,7 +90,7 @@ QString pluginDetails(const PluginRecord &record, const ModuleTree &tree)
         QStringList lines;
     } parts[] = {
         {Texts::tr("Modules without a place"), unattachedModules(record, tree)},
-        {Texts::tr("Programs that it ran"), record.programOutput},
+        {Texts::tr("Programs that it ran"), shortened(record.programOutput)},
         {Texts::tr("Modules"), record.moduleNames},
         {Texts::tr("File"), {record.fileName}},
     };

@@ -39,8 +39,7 @@ void Session::loadPlugins(const QStringList &folders)
 
 QString Session::pluginFolder()
 {
-    const QDir beside(QApplication::applicationDirPath() + QStringLiteral("/../lib/kra/plugins"));
-    return beside.exists() ? beside.canonicalPath() : QStringLiteral(KRA_PLUGIN_INSTALL_DIR);
+    return QDir::cleanPath(QApplication::applicationDirPath() + QStringLiteral("/" KRA_PLUGINS_FROM_PROGRAM));
 }
 
 bool Session::isAdministrator() const

@@ -20,7 +20,7 @@ public:
     const std::vector<PluginRecord> &pluginRecords() const { return _loader.records(); }
 
     void loadPlugins(const QStringList &folders);
-    /// Where this program's plug-ins are: beside it in the build tree, else where they are installed.
+    /// Where this program's plug-ins are: in the same place beside it in the build tree and where it is installed.
     static QString pluginFolder();
 
     bool isAdministrator() const;

@@ -11,7 +11,9 @@
 #include <memory>
 #include <type_traits>
 
+#include <fcntl.h>
 #include <langinfo.h>
+#include <linux/close_range.h>
 #include <locale.h>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -102,15 +104,52 @@ void keepDisplay()
 
 void Startup::prepareProcess()
 {
+    keepDescriptors();
     useSystemPath();
     useCommonFileMask();
     useUtf8();
     nameTimeZone();
     nameAskingUser();
+    choosePlatform();
     if (geteuid() == 0) {
         keepKnownEnvironment();
         useFoldersOf(0);
+        useOwnSessionBus();
     }
+}
+
+void Startup::keepDescriptors()
+{
+    close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+}
+
+void Startup::choosePlatform()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "wayland");
+}
+
+void Startup::useOwnSessionBus()
+{
+    const QByteArray socket = qgetenv("XDG_RUNTIME_DIR") + "/bus"; // the folder is root's
+    const bool hasOwn = qEnvironmentVariableIsSet("XDG_RUNTIME_DIR") && QFile::exists(QFile::decodeName(socket));
+    qputenv("DBUS_SESSION_BUS_ADDRESS", hasOwn ? "unix:path=" + socket : QByteArray("disabled:"));
+}
+
+void Startup::keepSettingsPrivate()
+{
+    const QByteArray config = qgetenv("HOME") + "/.config";
+    const QByteArray folder = config + "/kra";
+    mkdir(config.constData(), S_IRWXU);
+    mkdir(folder.constData(), S_IRWXU);
+    chmod(folder.constData(), S_IRWXU);
+    const int file =
+        open((folder + "/kra-console.conf").constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+    if (file < 0)
+        return;
+    fchmod(file, S_IRUSR | S_IWUSR); // which stays: a file of settings is replaced by one of its mode
+    close(file);
 }
 
 void Startup::useSystemPath()
@@ -184,7 +223,6 @@ void Startup::keepKnownEnvironment()
         "TZ",
         // the display and its session
         "AT_SPI_BUS_ADDRESS",
-        "DBUS_SESSION_BUS_ADDRESS",
         "DESKTOP_SESSION",
         "DESKTOP_STARTUP_ID",
         "DISPLAY",

@@ -10,8 +10,21 @@
 /// administrator rights nor how the bytes of a file are read.
 namespace Startup
 {
-/// All of the below, in order; what concerns the administrator only where the process is root's.
+/// All of the below but keepSettingsPrivate(), in order; what concerns the administrator only where the process is
+/// root's.
 void prepareProcess();
+
+/// Programs that are run here get none of the descriptors that the caller left open.
+void keepDescriptors();
+
+/// Where only a Wayland display is named, that is the one to use: without a word on the session's type Qt takes X11.
+void choosePlatform();
+
+/// What root's console remembers is for root to read: folder 0700, file 0600. Before the settings are first used.
+void keepSettingsPrivate();
+
+/// Root speaks to no user's session bus, and starts none: the address is that of root's own, or one that leads nowhere.
+void useOwnSessionBus();
 
 /// PATH becomes the system's own folders, those of the administrator's programs among them.
 void useSystemPath();

@@ -23,9 +23,11 @@ QString iconName(const TaskReport &report)
 {
     switch (report.status) {
     case TaskDescription::Failed:
-        return QStringLiteral("kra-task-failed");
+        return report.isNote ? QStringLiteral("kra-task-succeeded") : QStringLiteral("kra-task-failed");
     case TaskDescription::Succeeded:
         return QStringLiteral("kra-task-succeeded");
+    case TaskDescription::Cancelled:
+        return QStringLiteral("process-stop");
     case TaskDescription::NotFinished:
         break;
     }
@@ -40,12 +42,15 @@ QString timeText(const QDateTime &time)
 
 TaskListModel::TaskListModel(TaskObserver &observer, QObject *parent)
     : QAbstractTableModel(parent)
+    , _observer(observer)
 {
     _ticking.setInterval(tickMilliseconds);
     connect(&_ticking, &QTimer::timeout, this, &TaskListModel::tick);
     connect(&observer, &TaskObserver::taskQueued, this, &TaskListModel::queued);
     connect(&observer, &TaskObserver::taskStarted, this, &TaskListModel::update);
     connect(&observer, &TaskObserver::taskDetail, this, &TaskListModel::addDetail);
+    connect(&observer, &TaskObserver::taskProgress, this, &TaskListModel::setProgress);
+    connect(&observer, &TaskObserver::taskCancelling, this, &TaskListModel::update);
     connect(&observer, &TaskObserver::taskFinished, this, &TaskListModel::update);
 }
 
@@ -61,7 +66,8 @@ int TaskListModel::columnCount(const QModelIndex &parent) const
 
 QVariant TaskListModel::data(const QModelIndex &index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    // A view without a current row asks for the data of none when something is to be copied.
+    if (!index.isValid() || !checkIndex(index))
         return {};
     const Entry &entry = _entries.at(static_cast<size_t>(index.row()));
     if (role == Qt::DecorationRole && index.column() == StateColumn)
@@ -98,7 +104,7 @@ QVariant TaskListModel::headerData(int section, Qt::Orientation orientation, int
 
 QString TaskListModel::fullText(const QModelIndex &index) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid() || !checkIndex(index))
         return {};
     const Entry &entry = _entries.at(static_cast<size_t>(index.row()));
     const TaskReport &report = entry.report;
@@ -109,8 +115,9 @@ QString TaskListModel::fullText(const QModelIndex &index) const
     if (hasStarted(report))
         state = tr("%1. Started at %2, %3.").arg(state, timeText(report.startedAt), durationText(entry));
     lines.append(state);
-    if (!report.message.isEmpty())
-        lines += {QString(), report.message};
+    for (const QString &text : {report.message, report.result})
+        if (!text.isEmpty())
+            lines += {QString(), text};
     if (!entry.details.isEmpty())
         lines += QStringList{QString()} + entry.details;
     return lines.join(QLatin1Char('\n'));
@@ -127,16 +134,58 @@ void TaskListModel::clearFinished()
     }
 }
 
+bool TaskListModel::canCancel(const QModelIndex &index) const
+{
+    if (!index.isValid() || !checkIndex(index))
+        return false;
+    const Entry &entry = _entries.at(static_cast<size_t>(index.row()));
+    return entry.report.isCancellable && !entry.report.isCancelled && !entry.isOver();
+}
+
+void TaskListModel::cancel(const QModelIndex &index)
+{
+    if (canCancel(index))
+        _observer.cancel(_entries.at(static_cast<size_t>(index.row())).report.id);
+}
+
+TaskProgress TaskListModel::currentProgress() const
+{
+    const Entry *entry = current();
+    return entry ? entry->progress : TaskProgress();
+}
+
+QString TaskListModel::progressText(const TaskProgress &progress)
+{
+    const QLocale locale;
+    if (progress.total > 0)
+        return tr("%1 of %2 %3")
+            .arg(locale.toString(progress.done), locale.toString(progress.total), progress.unit)
+            .trimmed();
+    return progress.done > 0 ? tr("%1 %2").arg(locale.toString(progress.done), progress.unit).trimmed() : QString();
+}
+
 QString TaskListModel::currentDescription() const
 {
-    QString first;
+    const Entry *entry = current();
+    return entry ? entry->report.description : QString();
+}
+
+QString TaskListModel::currentActivity() const
+{
+    const Entry *entry = current();
+    return entry ? message(*entry).simplified() : QString();
+}
+
+const TaskListModel::Entry *TaskListModel::current() const
+{
+    const Entry *first = nullptr;
     for (auto entry = _entries.rbegin(); entry != _entries.rend(); ++entry) {
         if (entry->isOver())
             continue;
         if (entry->report.changesMachine)
-            return entry->report.description;
-        if (first.isEmpty())
-            first = entry->report.description;
+            return &*entry;
+        if (!first)
+            first = &*entry;
     }
     return first;
 }
@@ -144,7 +193,7 @@ QString TaskListModel::currentDescription() const
 void TaskListModel::queued(const TaskReport &report)
 {
     beginInsertRows({}, 0, 0);
-    _entries.push_front({report, {}});
+    _entries.push_front({report, {}, {}});
     endInsertRows();
     while (rowCount() > maximumTasks && _entries.back().isOver()) {
         beginRemoveRows({}, rowCount() - 1, rowCount() - 1);
@@ -180,6 +229,15 @@ void TaskListModel::addDetail(quint64 id, const QString &text)
     rowChanged(row, MessageColumn, MessageColumn);
 }
 
+void TaskListModel::setProgress(quint64 id, const TaskProgress &progress)
+{
+    const int row = rowOf(id);
+    if (row < 0)
+        return;
+    _entries.at(static_cast<size_t>(row)).progress = progress;
+    rowChanged(row, MessageColumn, MessageColumn);
+}
+
 void TaskListModel::tick()
 {
     for (int row = 0; row < rowCount(); ++row) {
@@ -205,12 +263,16 @@ QString TaskListModel::stateText(const Entry &entry)
 {
     switch (entry.report.status) {
     case TaskDescription::Failed:
-        return tr("Failed");
+        return entry.report.isNote ? tr("Done") : tr("Failed");
     case TaskDescription::Succeeded:
         return tr("Done");
+    case TaskDescription::Cancelled:
+        return tr("Cancelled");
     case TaskDescription::NotFinished:
         break;
     }
+    if (entry.report.isCancelled)
+        return tr("Cancelling");
     return hasStarted(entry.report) ? tr("Running") : tr("Waiting");
 }
 
@@ -230,7 +292,8 @@ QString TaskListModel::durationText(const Entry &entry)
 
 QString TaskListModel::message(const Entry &entry)
 {
-    if (!entry.report.message.isEmpty() || entry.details.isEmpty())
-        return entry.report.message;
-    return entry.details.constLast();
+    if (entry.isOver())
+        return entry.report.message.isEmpty() ? entry.report.result : entry.report.message;
+    const QString progress = progressText(entry.progress);
+    return progress.isEmpty() && !entry.details.isEmpty() ? entry.details.constLast() : progress;
 }

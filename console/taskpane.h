@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QWidget>
 
 #include <memory>
@@ -25,8 +26,10 @@ public:
 
 private:
     void showDetails();
+    void changeDetails(const QString &text);
     void copy();
 
     std::unique_ptr<Ui::TaskPane> _ui;
     TaskListModel *_tasks;
+    QPersistentModelIndex _shown; // in the details
 };

@@ -4,9 +4,9 @@
 #include "accountelements.h"
 
 #include "accountmodule.h"
-#include "everybody.h"
 
 #include <QCoreApplication>
+#include <accountrules.h>
 
 #include <algorithm>
 
@@ -31,7 +31,7 @@ bool isValueRole(int role)
 
 AccountsElement::AccountsElement(AccountModule *module)
     : ContainerElement(module->accountKind().containerType, QStringLiteral("LocalComputer"),
-                       module->accountKind().containerTitle, module, &everybody, Place::Top)
+                       module->accountKind().containerTitle, module, &Element::everybody, Place::Top)
 {}
 
 QString AccountsElement::caption() const
@@ -76,9 +76,18 @@ OperationTypes AccountsElement::availableOperations() const
 }
 
 AccountElement::AccountElement(AccountModule *module, const QString &name)
-    : OrdinaryElement(module->accountKind().accountType, module->accountKind().containerType, name, module, &everybody,
-                      Place::Child)
+    : OrdinaryElement(module->accountKind().accountType, module->accountKind().containerType, name, module,
+                      &Element::everybody, Place::Child)
 {}
+
+bool AccountElement::update(std::unique_ptr<AccountData> &account)
+{
+    const auto *present = static_cast<const AccountData *>(record());
+    if (present && present->equals(*account))
+        return false;
+    account.reset(static_cast<AccountData *>(exchangeRecord(std::move(account)).release()));
+    return true;
+}
 
 QString AccountElement::caption() const
 {
@@ -106,7 +115,7 @@ int AccountElement::treeNodeSpecialFlags() const
     const auto *account = static_cast<const AccountData *>(record());
     if (!container || !account)
         return flags;
-    const int variant = LocalAccounts::isSystemId(account->id) ? SystemAccounts : OrdinaryAccounts;
+    const int variant = AccountRules::isSystemId(account->id) ? SystemAccounts : OrdinaryAccounts;
     return container->displayChildrenVariant() == variant ? flags | InChosenVariant : flags;
 }
 

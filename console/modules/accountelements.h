@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "accountkind.h"
+
 #include <element.h>
 
 class AccountModule;
@@ -27,6 +29,10 @@ class AccountElement : public OrdinaryElement
 {
 public:
     AccountElement(AccountModule *module, const QString &name);
+
+    /// Takes a new record where that says something else, and leaves the one before in its place. False when it says
+    /// the same, and stays where it is. Emits no change.
+    bool update(std::unique_ptr<AccountData> &account);
 
     QString caption() const override;
     QIcon icon() const override;

@@ -16,6 +16,9 @@
 /// What every record of an account has.
 struct AccountData : ElementData
 {
+    /// Whether the other one, of the same kind, says the same.
+    virtual bool equals(const AccountData &other) const { return name == other.name && id == other.id; }
+
     QString name;
     quint32 id = 0;
 };

@@ -51,7 +51,7 @@ AccountModule::AccountModule(AccountKind kind, QObject *parent)
 void AccountModule::performOperation(ContextOperation *operation, OperationType type, ElementData *data, int extra)
 {
     std::unique_ptr<AbstractTask> task;
-    if (operation && operation->contextType() == ContextOperation::ElementContext) {
+    if (operation->contextType() == ContextOperation::ElementContext) {
         auto *element = static_cast<Element *>(operation);
         if (element->elementType() == _kind.containerType && type == OperationType::ReadContent)
             task = std::make_unique<ReadAccountsTask>(element, this);

@@ -6,6 +6,8 @@
 #include "accountelements.h"
 #include "accountmodule.h"
 
+#include <QThreadPool>
+
 #include <algorithm>
 
 namespace
@@ -29,9 +31,12 @@ ReadAccountsTask::ReadAccountsTask(Element *element, AccountModule *module)
 
 void ReadAccountsTask::run()
 {
-    const LocalAccounts accounts = LocalAccounts::read();
+    const LocalAccounts accounts = LocalAccounts::read([this] { return isCancelled(); });
     noteFailures(*this, accounts.failures);
     _records = _makeRecords(accounts);
+    _names.reserve(static_cast<int>(_records.size()));
+    for (const std::unique_ptr<AccountData> &record : _records)
+        _names.append(record->name);
     ReadContentTask::run();
 }
 
@@ -39,16 +44,26 @@ TaskDescription::TaskStatus ReadAccountsTask::afterRun()
 {
     Element *container = element();
     if (container && _module) {
-        QVector<TreeNode *> accounts;
-        accounts.reserve(static_cast<int>(_records.size()));
-        for (std::unique_ptr<AccountData> &record : _records) {
-            auto *account = new AccountElement(_module, record->name);
-            account->setRecord(std::move(record));
-            accounts.append(account);
-        }
-        container->clearDelete();
-        container->append(accounts);
+        const auto recordAt = [this](int place) -> auto &
+        {
+            return _records[static_cast<std::size_t>(place)];
+        };
+        const auto make = [this, &recordAt](int place) {
+            auto *account = new AccountElement(_module, _names.at(place));
+            account->exchangeRecord(std::move(recordAt(place)));
+            return account;
+        };
+        const auto update = [&recordAt](TreeNode &child, int place) {
+            return static_cast<AccountElement &>(child).update(recordAt(place));
+        };
+        container->replaceChildren(_module->accountKind().accountType, _names, make, update);
     }
+    // To delete the records that nobody needs any more takes as long as to look at the others.
+    const auto left = std::make_shared<AccountKind::Records>(std::move(_records));
+    QThreadPool::globalInstance()->start([left, names = std::move(_names)]() mutable {
+        left->clear();
+        names.clear();
+    });
     return ReadContentTask::afterRun();
 }
 
@@ -62,7 +77,7 @@ ReadAccountTask::ReadAccountTask(Element *element, const AccountKind &kind)
 
 void ReadAccountTask::run()
 {
-    const LocalAccounts accounts = LocalAccounts::read();
+    const LocalAccounts accounts = LocalAccounts::read([this] { return isCancelled(); });
     noteFailures(*this, accounts.failures);
     AccountKind::Records records = _makeRecords(accounts);
     const auto found = std::find_if(records.begin(), records.end(),

@@ -24,6 +24,7 @@ private:
     QPointer<AccountModule> _module; // user-interface thread only
     AccountKind::Records (*const _makeRecords)(const LocalAccounts &accounts);
     AccountKind::Records _records;
+    QStringList _names;
 };
 
 /// Reads one account again, by its name.

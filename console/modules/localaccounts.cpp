@@ -3,47 +3,51 @@
 
 #include "localaccounts.h"
 
+#include <accountrules.h>
+
 #include <QCoreApplication>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <vector>
 
 #include <grp.h>
 #include <pwd.h>
 
 namespace
 {
-constexpr quint32 lastSystemId = 999;
-constexpr quint32 nobodyId = 65534;
+constexpr std::size_t firstBufferSize = 1 << 16;
 
-/// Hands every entry of an account file to `take`. `next` is fgetpwent or fgetgrent: both keep their entry in a buffer
-/// of their own, which grows with the longest line.
-template<typename Entry, typename Take>
-void readFile(const char *fileName, Entry *(*next)(FILE *), QStringList &failures, const Take &take)
+/// Hands every entry of an account file to `take`. `next` is fgetpwent_r or fgetgrent_r. The library's calls without
+/// "_r" begin each line anew for every kilobyte that it is longer, which takes half a minute for a large group.
+template<typename Entry, typename Next, typename Take>
+void readFile(const char *fileName, const Next &next, const std::function<bool()> &isCancelled, QStringList &failures,
+              const Take &take)
 {
     const std::unique_ptr<FILE, int (*)(FILE *)> file(std::fopen(fileName, "re"), &std::fclose);
-    int error = errno;
-    if (file) {
-        errno = 0;
-        while (const Entry *entry = next(file.get())) {
-            take(*entry);
-            errno = 0;
+    int error = file ? 0 : errno;
+    std::vector<char> buffer(firstBufferSize);
+    while (error == 0 && !isCancelled()) {
+        Entry entry = {};
+        Entry *found = nullptr;
+        error = next(file.get(), &entry, buffer.data(), buffer.size(), &found);
+        if (error == ERANGE) {
+            buffer.resize(2 * buffer.size());
+            error = 0; // the same line again
+        } else if (error == 0 && found) {
+            take(*found);
+        } else if (!std::ferror(file.get())) {
+            return; // the end
+        } else if (error == 0) {
+            error = EIO;
         }
-        // The end of the file leaves ENOENT in some versions of the library, and nothing in others.
-        error = std::ferror(file.get()) ? errno : 0;
     }
     if (error != 0)
         failures.append(QCoreApplication::translate("LocalAccounts", "Cannot read %1: %2")
                             .arg(QString::fromLocal8Bit(fileName), QString::fromLocal8Bit(std::strerror(error))));
-}
-
-/// "+" and "-" begin lines that let accounts of a network service in or keep them out. Those are no accounts, though
-/// the library reads them as some with the id 0.
-bool isAccount(const char *name)
-{
-    return *name != '+' && *name != '-';
 }
 
 QString text(const char *bytes)
@@ -52,19 +56,19 @@ QString text(const char *bytes)
 }
 } // namespace
 
-LocalAccounts LocalAccounts::read()
+LocalAccounts LocalAccounts::read(const std::function<bool()> &isCancelled)
 {
     LocalAccounts accounts;
-    readFile("/etc/passwd", &fgetpwent, accounts.failures, [&accounts](const passwd &entry) {
-        if (!isAccount(entry.pw_name))
-            return;
-        accounts.users.append({text(entry.pw_name), entry.pw_uid, entry.pw_gid, text(entry.pw_gecos),
-                               text(entry.pw_dir), text(entry.pw_shell)});
+    readFile<passwd>("/etc/passwd", &fgetpwent_r, isCancelled, accounts.failures, [&accounts](const passwd &entry) {
+        const QString name = text(entry.pw_name);
+        if (AccountRules::isAccountName(name))
+            accounts.users.append(
+                {name, entry.pw_uid, entry.pw_gid, text(entry.pw_gecos), text(entry.pw_dir), text(entry.pw_shell)});
     });
-    readFile("/etc/group", &fgetgrent, accounts.failures, [&accounts](const group &entry) {
-        if (!isAccount(entry.gr_name))
-            return;
+    readFile<group>("/etc/group", &fgetgrent_r, isCancelled, accounts.failures, [&accounts](const group &entry) {
         Group read{text(entry.gr_name), entry.gr_gid, {}};
+        if (!AccountRules::isAccountName(read.name))
+            return;
         for (char *const *member = entry.gr_mem; member && *member; ++member)
             read.members.append(text(*member));
         accounts.groups.append(read);
@@ -81,9 +85,4 @@ QHash<quint32, QString> LocalAccounts::groupNames() const
             names.insert(group.id, group.name);
     }
     return names;
-}
-
-bool LocalAccounts::isSystemId(quint32 id)
-{
-    return id <= lastSystemId || id == nobodyId;
 }

@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
+
 /// The accounts of this machine as /etc/passwd and /etc/group list them, in the files' order. Reading takes time with
 /// many accounts: it belongs on the worker thread.
 struct LocalAccounts
@@ -32,10 +34,9 @@ struct LocalAccounts
     QVector<Group> groups;
     QStringList failures; ///< one text for each file that could not be read to its end
 
-    static LocalAccounts read();
+    /// Ends early, with what was read so far, as soon as the work is cancelled. That is asked for each account.
+    static LocalAccounts read(const std::function<bool()> &isCancelled = [] { return false; });
 
     /// The names of groups by their id; where several share one, the first.
     QHash<quint32, QString> groupNames() const;
-    /// Accounts that the system made for itself.
-    static bool isSystemId(quint32 id);
 };

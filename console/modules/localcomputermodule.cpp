@@ -4,7 +4,6 @@
 #include "localcomputermodule.h"
 
 #include "computerdata.h"
-#include "everybody.h"
 #include "summarywidget.h"
 
 #include <elementtask.h>
@@ -18,8 +17,8 @@ class LocalComputerElement : public OrdinaryElement
 {
 public:
     explicit LocalComputerElement(Module *module)
-        : OrdinaryElement(QStringLiteral("LocalComputer"), QString(), QSysInfo::machineHostName(), module, &everybody,
-                          Place::Top)
+        : OrdinaryElement(QStringLiteral("LocalComputer"), QString(), QSysInfo::machineHostName(), module,
+                          &Element::everybody, Place::Top)
         , _icon(QIcon::fromTheme(QStringLiteral("computer")))
     {}
 
@@ -69,7 +68,7 @@ LocalComputerModule::LocalComputerModule(QObject *parent)
 void LocalComputerModule::performOperation(ContextOperation *operation, OperationType type, ElementData *data,
                                            int extra)
 {
-    if (operation && operation->contextType() == ContextOperation::ElementContext && type == OperationType::Read)
+    if (operation->contextType() == ContextOperation::ElementContext && type == OperationType::Read)
         TaskObserver::instance()->performTask(new ReadComputerTask(static_cast<Element *>(operation), *this));
     else
         Module::performOperation(operation, type, data, extra);

@@ -9,6 +9,12 @@ namespace
 {
 struct LocalGroupData : AccountData
 {
+    bool equals(const AccountData &other) const override
+    {
+        const auto &group = static_cast<const LocalGroupData &>(other);
+        return AccountData::equals(other) && members == group.members && primaryMembers == group.primaryMembers;
+    }
+
     QStringList members;        ///< that the group's line names
     QStringList primaryMembers; ///< whose primary group it is
 };

@@ -5,10 +5,20 @@
 
 #include <QCoreApplication>
 
+#include <tuple>
+
 namespace
 {
 struct LocalUserData : AccountData
 {
+    bool equals(const AccountData &other) const override
+    {
+        const auto &user = static_cast<const LocalUserData &>(other);
+        return AccountData::equals(other) &&
+               std::tie(group, fullName, home, shell, groups) ==
+                   std::tie(user.group, user.fullName, user.home, user.shell, user.groups);
+    }
+
     QString group;
     QString fullName;
     QString home;

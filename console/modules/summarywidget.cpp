@@ -3,8 +3,6 @@
 
 #include "summarywidget.h"
 
-#include "everybody.h"
-
 #include <QFormLayout>
 #include <QLabel>
 #include <QScrollArea>
@@ -23,7 +21,7 @@ QLabel *readingLabel(const QString &text, QWidget *parent)
 } // namespace
 
 SummaryWidget::SummaryWidget(Module *module, const QString &elementType, const QStringList &labels, Describe describe)
-    : ViewEditElementWidget(module, &everybody)
+    : ViewEditElementWidget(module, &Element::everybody)
     , _describe(std::move(describe))
 {
     setElementType(elementType);
