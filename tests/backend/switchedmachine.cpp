@@ -120,10 +120,13 @@ int SwitchedMachine::graceWrites()
     return writes;
 }
 
-/// "mount /dev/sda1 -o remount: exit code 0" and, maybe, what it complained of on further lines.
+/// "mount /dev/sda1 -o remount: exit code 0" and, maybe, what it complained of on further lines. What fails has no
+/// effect.
 void SwitchedMachine::follow(const QString &detail)
 {
     _details.append(detail);
+    if (!detail.section(QLatin1Char('\n'), 0, 0).endsWith(text(": exit code 0")))
+        return;
     const QStringList words = detail.section(text(": "), 0, 0).split(QLatin1Char(' '));
     const auto effect = _effects.constFind(words.first());
     if (effect != _effects.constEnd())

@@ -15,8 +15,8 @@
 #include <memory>
 
 /// A machine with the ext4 devices sda1 and sdb1, sdb1 spelled by UUID, on which nothing is switched on. What a program
-/// would change, happens when it has ended: a remount brings the options of "/etc/fstab" into force, "quotacheck" makes
-/// the quota file, "quotaon" and "quotaoff" switch the kernel.
+/// would change, happens when it has ended with the code 0: a remount brings the options of "/etc/fstab" into force,
+/// "quotacheck" makes the quota file, "quotaon" and "quotaoff" switch the kernel.
 class SwitchedMachine : public QObject
 {
     Q_OBJECT

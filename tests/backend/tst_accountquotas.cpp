@@ -4,7 +4,6 @@
 #include <memorysizetransfer.h>
 #include <quotamanager.h>
 #include <sandbox.h>
-#include <touchedpart.h>
 
 #include <QtTest>
 
@@ -22,8 +21,18 @@ QString text(const char *bytes)
 const QString Sda = QStringLiteral("/dev/sda1");
 const QString Sdb = QStringLiteral("/dev/sdb1");
 const QString Sdc = QStringLiteral("/dev/sdc1");
-const QString NoRights =
-    QStringLiteral("The caller does not have the necessary rights (CAP_SYS_ADMIN) to perform the specified operation");
+
+/// What is reported of a call that the kernel refused.
+QStringList noRights(const QString &device)
+{
+    return {text("The caller does not have the necessary rights (CAP_SYS_ADMIN) to perform the specified operation"),
+            device + text(": ") + qt_error_string(EPERM)};
+}
+
+QStringList noDevice(const QString &device)
+{
+    return {text("Unknown error while executing quotactl"), device + text(": ") + qt_error_string(ENODEV)};
+}
 
 constexpr quint32 Anna = 1000;
 
@@ -48,6 +57,8 @@ private Q_SLOTS:
     void ofTwoAccountsWithOneNameTheFirstCounts();
     void aDeviceThatIsListedTwiceIsAskedOnce();
 
+    void theCallsOfOneAccountComeInTheirOrder();
+
     void allUsersInTheOrderOfTheFile();
     void allGroups();
     void allUsersWithoutADevice();
@@ -55,6 +66,7 @@ private Q_SLOTS:
     void aFailureIsReportedOnceForEachDevice();
     void aFullDeviceIsNamed();
     void aLongReadSaysHowFarItHasCome();
+    void aLongReadStopsWhenItIsCancelled();
     void aHundredThousandUsersOnThreeDevices();
 
     void limitsAndTimesAreWritten();
@@ -227,8 +239,9 @@ void TestAccountQuotas::anUnmountedDeviceIsReported()
     state(Sdb).failures.insert(Q_GETFMT, ENODEV);
     useStates();
     const UserData user = _manager->readUser(text("anna"));
-    QCOMPARE(_errors,
-             (QStringList{text("Unknown error while executing quotactl"), text("Device /dev/sdb1 not mounted")}));
+    QCOMPARE(_errors, QStringList{text("Device /dev/sdb1 not mounted")} + noDevice(Sdb));
+    QCOMPARE(user.failures.keys(), QList<QString>{Sdb});
+    QCOMPARE(user.failures.value(Sdb), _errors.join(QLatin1Char('\n')));
     QCOMPARE(user.deviceQuotas.keys(), (QList<QString>{Sda, Sdb, Sdc}));
     QVERIFY(!user.deviceQuotas.value(Sdb).kindIsOn);
     QVERIFY(user.deviceQuotas.value(Sda).quotaIsOn);
@@ -239,8 +252,10 @@ void TestAccountQuotas::aDeviceWhoseQuestionFailedIsLeftOut()
     state(Sda).failures.insert(Q_GETQUOTA, EPERM);
     useStates();
     const UserData user = _manager->readUser(text("anna"));
-    QCOMPARE(_errors, QStringList{NoRights});
+    QCOMPARE(_errors, noRights(Sda));
     QCOMPARE(user.deviceQuotas.keys(), (QList<QString>{Sdb, Sdc}));
+    QCOMPARE(user.failures.keys(), QList<QString>{Sda});
+    QCOMPARE(user.failures.value(Sda), noRights(Sda).join(QLatin1Char('\n')));
 }
 
 void TestAccountQuotas::aNameThatIsNotThereNamesNobody()
@@ -250,6 +265,7 @@ void TestAccountQuotas::aNameThatIsNotThereNamesNobody()
     QCOMPARE(user.name, text("otto"));
     QCOMPARE(user.id, AbstractElementData::NoId);
     QVERIFY(user.deviceQuotas.isEmpty());
+    QCOMPARE(user.failures.value(Sda), _errors.first());
     _errors.clear();
     QVERIFY(_manager->readGroup(text("otto")).deviceQuotas.isEmpty());
     QCOMPARE(_errors, QStringList{text("There is no group otto")});
@@ -263,7 +279,17 @@ void TestAccountQuotas::anIdThatTheKernelCannotKnowNamesNobody()
     QCOMPARE(users.size(), std::size_t(2));
     QVERIFY(users.front()->deviceQuotas.isEmpty());
     QCOMPARE(users.back()->deviceQuotas.size(), 3);
-    QCOMPARE(_errors, QStringList{text("There is no user nobody")});
+    const QString reason = text("nobody has the id 4294967295, for which there are no quotas");
+    QCOMPARE(_errors, QStringList()); // the read of all others did not fail
+    QVERIFY(_details.contains(reason));
+    QCOMPARE(users.front()->failures.keys(), (QList<QString>{Sda, Sdb, Sdc}));
+    QCOMPARE(users.front()->failures.value(Sda), reason);
+
+    const UserData user = _manager->readUser(text("nobody"));
+    QCOMPARE(_errors, QStringList{reason});
+    QVERIFY(!_manager->writeQuotas(user, UserQuota));
+    QCOMPARE(_errors, (QStringList{reason, reason}));
+    QCOMPARE(asked(Q_SETQUOTA), QList<QString>());
 }
 
 void TestAccountQuotas::theLargestIdIsAnAccount()
@@ -298,6 +324,16 @@ void TestAccountQuotas::aDeviceThatIsListedTwiceIsAskedOnce()
     QCOMPARE(_manager->readUser(text("anna")).deviceQuotas.keys(), QList<QString>{Sda});
     QCOMPARE(asked(Q_GETFMT), QList<QString>{Sda});
     QCOMPARE(asked(Q_GETQUOTA), QList<QString>{Sda});
+}
+
+void TestAccountQuotas::theCallsOfOneAccountComeInTheirOrder()
+{
+    _sandbox.writeEtc(text("fstab"), "/dev/sda1 /a ext4 defaults 0 0\n");
+    _manager->readUser(text("anna"));
+    QList<int> commands;
+    for (const FakeKernel::Call &call : _sandbox.kernel().calls())
+        commands.append(call.command);
+    QCOMPARE(commands, (QList<int>{Q_GETFMT, Q_GETQUOTA, Q_GETINFO}));
 }
 
 void TestAccountQuotas::allUsersInTheOrderOfTheFile()
@@ -353,7 +389,7 @@ void TestAccountQuotas::aFailureIsReportedOnceForEachDevice()
     state(Sdc).failures.insert(Q_GETINFO, EPERM); // the same text before the first account
     useStates();
     const QuotaManager::Accounts users = _manager->readAllUsers();
-    QCOMPARE(_errors, (QStringList{NoRights, NoRights}));
+    QCOMPARE(_errors, noRights(Sda) + noRights(Sdc));
     QCOMPARE(users.size(), std::size_t(50));
     for (const auto &user : users)
         QCOMPARE(user->deviceQuotas.keys(), QList<QString>{Sdb});
@@ -379,11 +415,21 @@ void TestAccountQuotas::aFullDeviceIsNamed()
 
 void TestAccountQuotas::aLongReadSaysHowFarItHasCome()
 {
-    useAccounts(12000);
+    useAccounts(1100);
+    QSignalSpy progress(_manager.get(), &QuotaManager::progress);
     _manager->readAllUsers();
-    QVERIFY(_details.contains(text("5000 of 12000 accounts read")));
-    QVERIFY(_details.contains(text("10000 of 12000 accounts read")));
-    QCOMPARE(_details.size(), 3); // and what became of blkid
+    QCOMPARE(progress.size(), 4);
+    QCOMPARE(progress.last(), (QVariantList{quint64(1000), quint64(1100), text("accounts")}));
+}
+
+void TestAccountQuotas::aLongReadStopsWhenItIsCancelled()
+{
+    useAccounts(1100);
+    bool isCancelled = false;
+    _manager->setCancelCheck([&isCancelled] { return isCancelled; });
+    connect(_manager.get(), &QuotaManager::progress, this, [&isCancelled](quint64 done) { isCancelled = done == 500; });
+    QCOMPARE(_manager->readAllUsers().size(), std::size_t(500));
+    QCOMPARE(asked(Q_GETQUOTA).size(), 3 * 500);
 }
 
 void TestAccountQuotas::aHundredThousandUsersOnThreeDevices()
@@ -467,9 +513,7 @@ void TestAccountQuotas::theOtherKindIsLeftAlone()
 void TestAccountQuotas::onlyTheTouchedDeviceIsWritten()
 {
     UserData user = limitedAnna();
-    TouchedPart touched;
-    touched.device = Sdb;
-    touched.noteIn(user);
+    user.touched = TouchedQuota{Sdb, {}};
     QVERIFY(_manager->writeQuotas(user, UserQuota));
     QCOMPARE(asked(Q_SETQUOTA), QList<QString>{Sdb});
     QCOMPARE(asked(Q_GETFMT), QList<QString>{Sdb});
@@ -524,6 +568,11 @@ void TestAccountQuotas::limitsSwitchADeviceOn()
     state(Sda).failures.insert(Q_GETFMT, ESRCH); // off, until the program has switched it on
     useStates();
     _sandbox.standIn(text("quotaon"));
+    bool wasSwitchedOnFirst = false;
+    connect(_manager.get(), &QuotaManager::detail, this, [&](const QString &detail) {
+        if (detail.startsWith(text("quotaon")))
+            wasSwitchedOnFirst = asked(Q_SETQUOTA).isEmpty();
+    });
     UserData user = limitedAnna();
     user.deviceQuotas[Sda].quotaIsOn = true; // what the record says of it does not count
     user.deviceQuotas[Sda].kindIsOn = true;
@@ -533,6 +582,8 @@ void TestAccountQuotas::limitsSwitchADeviceOn()
     const QList<StandInCall> calls = _sandbox.calls(text("quotaon"));
     QCOMPARE(calls.size(), 1); // the other two are on
     QCOMPARE(calls.first().arguments, (QByteArrayList{"-u", "/dev/sda1"}));
+    QVERIFY(wasSwitchedOnFirst);
+    QVERIFY(_sandbox.readEtc(text("fstab")).contains("usrquota"));
     QCOMPARE(kernelRecord(Sda).dqb_bhardlimit, quint64(20));
 }
 
@@ -555,7 +606,7 @@ void TestAccountQuotas::whatTheKernelCannotTellIsNotSwitchedOn()
     state(Sda).failures.insert(Q_GETFMT, ENODEV);
     useStates();
     QVERIFY(!_manager->writeQuotas(limitedAnna(), UserQuota));
-    QCOMPARE(_errors, QStringList{text("Unknown error while executing quotactl")});
+    QCOMPARE(_errors, noDevice(Sda));
     QVERIFY(_sandbox.calls().isEmpty());
     QCOMPARE(_sandbox.readEtc(text("fstab")), fstab);
     QCOMPARE(asked(Q_SETQUOTA), (QList<QString>{Sdb, Sdc}));
@@ -566,7 +617,7 @@ void TestAccountQuotas::aFailureLeavesTheOtherDevicesToBeWritten()
     state(Sda).failures.insert(Q_SETQUOTA, EPERM);
     useStates();
     QVERIFY(!_manager->writeQuotas(limitedAnna(), UserQuota));
-    QCOMPARE(_errors, QStringList{NoRights});
+    QCOMPARE(_errors, noRights(Sda));
     QCOMPARE(kernelRecord(Sdc).dqb_bhardlimit, quint64(20));
 }
 

@@ -8,6 +8,10 @@
 #include <QTextCodec>
 #include <QtTest>
 
+#include <cerrno>
+
+#include <sys/wait.h>
+
 namespace
 {
 
@@ -157,6 +161,7 @@ void TestBlkidProgram::blkidThatHangsIsReportedOnceAndEnded()
     QCOMPARE(errors.first().first().toString(), QStringLiteral("Process blkid can not finished"));
     QCOMPARE(details.size(), 1);
     QCOMPARE(_sandbox.calls().size(), 1);
+    QVERIFY2(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD, "a process is left behind");
 }
 
 KRA_SANDBOX_MAIN(TestBlkidProgram)

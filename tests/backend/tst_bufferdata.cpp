@@ -9,6 +9,8 @@
 #include <QTextCodec>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 namespace
 {
 
@@ -32,8 +34,7 @@ class TestBufferData : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8")); }
-    void init() { _sandbox.reset(); }
+    void init();
 
     void mountEntryHasAllFields();
     void commentsAndBlankLinesAreNoEntries();
@@ -54,6 +55,10 @@ private Q_SLOTS:
     void accountsAreNotFiltered();
     void idsUseTheWholeRange();
     void aFieldIsTheAccountsOwn();
+    void textsComeInTheLocalEncoding();
+    void aPipeInPlaceOfASourceIsReported();
+    void noDescriptorStaysOpen();
+    void linesMayEndWithACarriageReturn();
     void accountsWithoutFieldsHaveEmptyTexts();
     void brokenAccountLinesAreNoAccounts();
     void missingAccountFileIsReportedOnce_data();
@@ -67,6 +72,12 @@ private Q_SLOTS:
 private:
     Sandbox _sandbox;
 };
+
+void TestBufferData::init()
+{
+    _sandbox.reset();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+}
 
 void TestBufferData::mountEntryHasAllFields()
 {
@@ -139,7 +150,7 @@ void TestBufferData::bytesThatAreNotUtf8SpoilOnlyTheirField()
 void TestBufferData::aVeryLongLineIsReadWhole()
 {
     QByteArray layers = "lowerdir=";
-    while (layers.size() < 30000)
+    while (layers.size() < 100000)
         layers += "/var/lib/layers/0123456789:";
     _sandbox.writeEtc(text("mtab"), "overlay / overlay " + layers + ",usrquota 0 0\n/dev/sda1 /a ext4 rw 0 0\n");
     BufferData buffer;
@@ -240,7 +251,10 @@ void TestBufferData::accountsAreNotFiltered()
     _sandbox.writeEtc(text("passwd"), "root:x:0:0::/root:/bin/sh\nnobody:x:65534:65534::/:/bin/false\n"
                                       "anna:x:1000:1000::/home/anna:/bin/sh\n");
     BufferData buffer;
-    QCOMPARE(buffer.passwdEntries().size(), 3);
+    QStringList names;
+    for (const PasswdEntry &entry : buffer.passwdEntries())
+        names.append(entry.name);
+    QCOMPARE(names, (QStringList{text("root"), text("nobody"), text("anna")}));
 }
 
 void TestBufferData::idsUseTheWholeRange()
@@ -267,6 +281,88 @@ void TestBufferData::aFieldIsTheAccountsOwn()
     for (const GroupEntry &entry : buffer.groupEntries())
         passwords.append(entry.password);
     QCOMPARE(passwords, (QStringList{text("x"), text("x"), text("*")}));
+}
+
+/// Not as any other: the same bytes are another text in each.
+void TestBufferData::textsComeInTheLocalEncoding()
+{
+    const QByteArray latin = "gr\xfc\xdf";
+    const QByteArray utf8 = QStringLiteral("grüß").toUtf8();
+    _sandbox.writeEtc(text("passwd"), "a:" + utf8 + ":1:1:" + utf8 + ":/:" + utf8 + "\nb:" + latin + ":2:2:" + latin +
+                                          ":/" + latin + ":" + latin + "\n");
+    _sandbox.writeEtc(text("group"), latin + ":" + utf8 + ":1:" + latin + "\nb:" + latin + ":2:\n");
+    _sandbox.writeEtc(text("fstab"), latin + " /" + latin + " " + latin + " " + latin + " 0 0\n");
+    _sandbox.standIn(text("blkid")).prints("/dev/" + latin + ": TYPE=\"ext4\"\n");
+    for (const char *codec : {"ISO-8859-1", "KOI8-R", "UTF-8"}) {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName(codec));
+        const auto decoded = [](const QByteArray &bytes) { return QString::fromLocal8Bit(bytes); };
+        BufferData buffer;
+        const PasswdEntry first = buffer.passwdEntries().at(0);
+        QCOMPARE((QStringList{first.password, first.gecos, first.shell}),
+                 (QStringList{decoded(utf8), decoded(utf8), decoded(utf8)}));
+        const PasswdEntry second = buffer.passwdEntries().at(1);
+        QCOMPARE((QStringList{second.password, second.gecos, second.home, second.shell}),
+                 (QStringList{decoded(latin), decoded(latin), decoded("/" + latin), decoded(latin)}));
+        const GroupEntry group = buffer.groupEntries().at(0);
+        QCOMPARE((QStringList{group.name, group.password, group.members.value(0)}),
+                 (QStringList{decoded(latin), decoded(utf8), decoded(latin)}));
+        QCOMPARE(buffer.groupEntries().at(1).password, decoded(latin));
+        const MountEntry mount = buffer.fstabEntries().at(0);
+        QCOMPARE((QStringList{mount.fsName, mount.dir, mount.type, mount.opts}),
+                 (QStringList{decoded(latin), decoded("/" + latin), decoded(latin), decoded(latin)}));
+        QCOMPARE(buffer.blkidLines().first(), decoded("/dev/" + latin + ": TYPE=\"ext4\""));
+    }
+}
+
+/// It is not waited for: nobody may ever write to it.
+void TestBufferData::aPipeInPlaceOfASourceIsReported()
+{
+    for (const char *name : {"fstab", "mtab", "passwd", "group"}) {
+        _sandbox.removeEtc(text(name));
+        QCOMPARE(mkfifo((QByteArray("/etc/") + name).constData(), 0644), 0);
+    }
+    BufferData buffer;
+    const QSignalSpy errors(&buffer, &BufferData::error);
+    QVERIFY(buffer.fstabEntries().isEmpty());
+    QVERIFY(buffer.mtabEntries().isEmpty());
+    QVERIFY(buffer.passwdEntries().isEmpty());
+    QVERIFY(buffer.groupEntries().isEmpty());
+    QCOMPARE(texts(errors),
+             (QStringList{text("File /etc/fstab can not be open"), text("File /etc/mtab can not be open"),
+                          text("File /etc/passwd can not be open"), text("File /etc/group can not be open")}));
+}
+
+void TestBufferData::noDescriptorStaysOpen()
+{
+    const auto open = [] { return QDir(text("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size(); };
+    _sandbox.standIn(text("blkid")).prints("/dev/sda1: TYPE=\"ext4\"\n");
+    BufferData buffer;
+    const auto readAll = [&buffer] {
+        buffer.resetCache();
+        buffer.fstabEntries();
+        buffer.mtabEntries();
+        buffer.passwdEntries();
+        buffer.groupEntries();
+        buffer.blkidLines();
+        buffer.readMountFile(text("/etc/not there"));
+        buffer.readMountFile(text("/etc"));
+    };
+    readAll();
+    const int before = open();
+    readAll();
+    QCOMPARE(open(), before);
+}
+
+/// As a table that was edited on another system does; "mount" takes it as it is meant.
+void TestBufferData::linesMayEndWithACarriageReturn()
+{
+    _sandbox.writeEtc(text("fstab"), "# disks\r\n\r\n/dev/sda1 /a ext4 rw,usrquota\r\n/dev/sdb1 /b ext4 ro 1 2\r\n");
+    BufferData buffer;
+    const QVector<MountEntry> entries = buffer.fstabEntries();
+    QCOMPARE(entries.size(), 2);
+    QCOMPARE(entries.at(0).opts, text("rw,usrquota"));
+    QCOMPARE(entries.at(0).passno, 0);
+    QCOMPARE(entries.at(1).passno, 2);
 }
 
 /// As another name service has them appended to the local accounts; the C library hands out null pointers.

@@ -3,9 +3,10 @@
 
 #include <bufferdata.h>
 #include <devicetable.h>
-#include <patterncounter.h>
 #include <sandbox.h>
 
+#include <QRandomGenerator>
+#include <QTemporaryDir>
 #include <QTextCodec>
 #include <QtTest>
 
@@ -59,8 +60,12 @@ private Q_SLOTS:
     void bytesThatAreNotUtf8AreHarmless();
     void missingColumnsAreHarmless();
     void aThousandDevices();
-    void noPatternIsCompiledTwice();
+    void userMadeMountsArePassedOver();
+    void journaledQuotasAreInForce_data();
+    void journaledQuotasAreInForce();
+    void lookUpsAreThoseOfTheStepsOneByOne();
     void saysWhyLinesArePassedOver();
+    void saysWhyAPresentDeviceIsPassedOver();
     void blkidMissingPassesEveryLineOver();
     void blkidIsRunOnce();
     void resetAsksTheSourcesAgain();
@@ -324,39 +329,86 @@ void TestDeviceTable::aThousandDevices()
     QCOMPARE(_table->passedOver(), QStringList());
 }
 
-void TestDeviceTable::noPatternIsCompiledTwice()
+/// An ordinary user may mount a file system of an own program, under any name.
+void TestDeviceTable::userMadeMountsArePassedOver()
 {
-    // A dot makes the spelling an expression; the two spellings of each second device look for the same.
-    QByteArray table;
-    QByteArray lines;
-    for (int i = 0; i < 20; ++i) {
-        const QByteArray number = QByteArray::number(i);
-        table += "/dev/mapper/vg.a-" + number + " /m/" + number + " ext4 defaults 0 0\n";
-        table += "UUID=i.d-" + number + " /n/" + number + " ext4 defaults 0 0\n";
-        table += "UUID=\"i.d-" + number + "\" /o/" + number + " ext4 defaults 0 0\n";
-        lines += "/dev/mapper/vg.a-" + number + ": UUID=\"i.d-" + number + "\" TYPE=\"ext4\"\n";
-    }
-    fstab(table);
-    mtab(table);
-    blkid(lines);
-    _table->quotaDevices(); // the fixed patterns are compiled once for the whole program
-    _table->resolveDevice(text("/"), _buffer->blkidLines());
-    PatternCounter::reset();
-    for (int i = 0; i < 3; ++i) {
-        const QStringList devices = _table->quotaDevices();
-        for (const QString &device : devices) {
-            _table->deviceOptions(device, Fstab);
-            _table->deviceOptions(device, Mtab);
-            _table->mountedType(device);
-            _table->resolveDevice(device, _buffer->blkidLines());
+    mtab("/dev/sdb1 /tmp/mine fuse rw,usrquota 0 0\n"
+         "/dev/sdb1 /tmp/mine fuse.ext4 rw,usrquota 0 0\n"
+         "/dev/sdb1 /tmp/mine fuseblk rw,usrquota 0 0\n"
+         "/dev/sda1 / ext4 rw 0 0\n");
+    QVERIFY(!_table->isMounted(text("/dev/sdb1")));
+    QCOMPARE(_table->mountPoint(text("/dev/sdb1")), QString());
+    QCOMPARE(_errors, QStringList{text("Device /dev/sdb1 not mounted")});
+    QCOMPARE(_table->mountedType(text("/dev/sdb1")), QString());
+    QVERIFY(!_table->hasQuotaOption(text("/dev/sdb1"), UserQuota, Mtab));
+
+    _buffer->resetCache();
+    mtab("/dev/sdb1 /tmp/mine fuse.x rw,usrquota 0 0\n/dev/sdb1 /home ext4 rw,grpquota 0 0\n");
+    QCOMPARE(_table->mountPoint(text("/dev/sdb1")), text("/home"));
+    QCOMPARE(_table->mountedType(text("/dev/sdb1")), text("ext4"));
+    QVERIFY(!_table->hasQuotaOption(text("/dev/sdb1"), UserQuota, Mtab));
+    QVERIFY(_table->hasQuotaOption(text("/dev/sdb1"), GroupQuota, Mtab));
+    QVERIFY(_table->isMounted(text("/dev/sdb1")));
+}
+
+void TestDeviceTable::journaledQuotasAreInForce_data()
+{
+    QTest::addColumn<QByteArray>("options");
+    QTest::addColumn<bool>("user");
+    QTest::addColumn<bool>("group");
+    QTest::newRow("user") << QByteArray("rw,usrjquota=aquota.user,jqfmt=vfsv1") << true << false;
+    QTest::newRow("group") << QByteArray("rw,jqfmt=vfsv0,grpjquota=aquota.group") << false << true;
+    QTest::newRow("both") << QByteArray("grpjquota=g,usrjquota=u") << true << true;
+    QTest::newRow("format alone") << QByteArray("rw,jqfmt=vfsv1") << false << false;
+    QTest::newRow("without a file") << QByteArray("rw,usrjquota=,grpjquota=") << false << false;
+    QTest::newRow("another word") << QByteArray("xusrjquota=a") << false << false;
+}
+
+/// The kernel then never shows "usrquota", so no start would bring it into force.
+void TestDeviceTable::journaledQuotasAreInForce()
+{
+    QFETCH(QByteArray, options);
+    mtab("/dev/sdb1 /home ext4 " + options + " 0 0\n");
+    QTEST(_table->hasQuotaOption(text("/dev/sdb1"), UserQuota, Mtab), "user");
+    QTEST(_table->hasQuotaOption(text("/dev/sdb1"), GroupQuota, Mtab), "group");
+}
+
+/// The three look-ups differ: options by spelling or device, the mount point by spelling, the type by device.
+void TestDeviceTable::lookUpsAreThoseOfTheStepsOneByOne()
+{
+    const QByteArrayList spellings = {"/dev/sda1", "/dev/sdb1", "/dev/sdc1", "UUID=abc",
+                                      "UUID=b",    "LABEL=x",   "tmpfs",     "UUID=none"};
+    QRandomGenerator random(7);
+    for (int round = 0; round < 100; ++round) {
+        QByteArray lines;
+        const int count = random.bounded(6);
+        for (int i = 0; i < count; ++i)
+            lines += spellings.at(random.bounded(spellings.size())) + " /m" + QByteArray::number(i) + " t" +
+                     QByteArray::number(i) + " o" + QByteArray::number(i) + " 0 0\n";
+        fstab(lines);
+        mtab(lines);
+        _buffer->resetCache();
+        const QVector<MountEntry> entries = _buffer->mtabEntries();
+        for (const QByteArray &name : spellings) {
+            const QString device = QString::fromLatin1(name);
+            QStringList options;
+            QString dir;
+            QString type;
+            for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+                const QString path = _table->resolveDevice(entry->fsName, _buffer->blkidLines());
+                if (entry->fsName == device || path == device)
+                    options = QStringList{entry->opts};
+                if (entry->fsName == device)
+                    dir = entry->dir;
+                if ((path.isEmpty() ? entry->fsName : path) == device)
+                    type = entry->type;
+            }
+            QCOMPARE(_table->deviceOptions(device, Mtab), options);
+            QCOMPARE(_table->deviceOptions(device, Fstab), options);
+            QCOMPARE(_table->mountPoint(device), dir);
+            QCOMPARE(_table->mountedType(device), type);
         }
-        _table->fstabDevices();
-        _table->passedOver();
     }
-    const QMap<QString, int> compiled = PatternCounter::compiled();
-    QCOMPARE(compiled.size(), 40);
-    for (auto pattern = compiled.cbegin(); pattern != compiled.cend(); ++pattern)
-        QVERIFY2(pattern.value() == 1, qPrintable(pattern.key()));
 }
 
 void TestDeviceTable::saysWhyLinesArePassedOver()
@@ -385,12 +437,38 @@ void TestDeviceTable::saysWhyLinesArePassedOver()
                                    }));
 }
 
+/// It is there, but not in the way in which it has to be spelled or marked.
+void TestDeviceTable::saysWhyAPresentDeviceIsPassedOver()
+{
+    QTemporaryDir folder(text("/dev/shm/kra-XXXXXX"));
+    const QString disk = folder.filePath(text("dm-0"));
+    const QString name = folder.filePath(text("vg-home"));
+    QFile file(disk);
+    QVERIFY(file.open(QIODevice::WriteOnly) && QFile::link(disk, name));
+    fstab("UUID=\"u9\" /quoted ext4 defaults 0 1\n" + name.toUtf8() + " /linked auto defaults 0 2\n" +
+          "/dev/sdp1 /disklabel ext4 defaults 0 2\n/dev/sda1 /short ext4 defaults 0 2\n"
+          "/dev/sde1 /empty ext4 defaults 0 2\nUUID=\"h\" /xfs ext4 defaults 0 2\n");
+    blkid("/dev/sdq1: UUID=\"u9\" TYPE=\"ext4\"\n" + disk.toUtf8() + ": TYPE=\"ext4\"\n" +
+          "/dev/sdp1: PTTYPE=\"dos\" UUID=\"p\" TYPE=\"ext3\"\n/dev/sda10: TYPE=\"swap\"\n"
+          "/dev/sde1: PARTUUID=\"e\"\n/dev/sdh1: UUID=\"h\" TYPE=\"xfs\"\n");
+    QCOMPARE(_table->passedOver(),
+             (QStringList{
+                 text("UUID=\"u9\" on /quoted: blkid lists it as /dev/sdq1; write that or UUID=u9 into the line"),
+                 text("%1 on /linked: blkid lists it as %2; write that into the line").arg(name, disk),
+                 text("/dev/sdp1 on /disklabel: blkid finds dos on it, and ext3 only after that"),
+                 text("/dev/sda1 on /short: blkid finds no such device"),
+                 text("/dev/sde1 on /empty: blkid finds no file system on it"),
+                 text("UUID=\"h\" on /xfs: xfs, not ext2, ext3 or ext4"),
+             }));
+}
+
 void TestDeviceTable::blkidMissingPassesEveryLineOver()
 {
     _sandbox.reset();
     fstab("/dev/sda1 / ext4 defaults 0 1\nUUID=b /b ext4 defaults 0 1\n");
     QCOMPARE(_table->quotaDevices(), QStringList());
-    QCOMPARE(_table->passedOver().size(), 2);
+    QCOMPARE(_table->passedOver(), (QStringList{text("/dev/sda1 on /: blkid could not be asked for it"),
+                                                text("UUID=b on /b: blkid could not be asked for it")}));
     QCOMPARE(_errors, QStringList{text("Process blkid can not started")});
 }
 
@@ -410,9 +488,12 @@ void TestDeviceTable::resetAsksTheSourcesAgain()
     QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Mtab), (QStringList{text("rw"), text("relatime")}));
     mtab("/dev/sda1 / ext4 rw,usrquota 0 0\n");
     QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Mtab), (QStringList{text("rw"), text("relatime")}));
+    QCOMPARE(_table->quotaDevices().size(), 3);
+    blkid("/dev/sda1: UUID=\"abc\" TYPE=\"ext4\"\n");
     _buffer->resetCache();
-    _table->reset();
     QCOMPARE(_table->deviceOptions(text("/dev/sda1"), Mtab), (QStringList{text("rw"), text("usrquota")}));
+    QCOMPARE(_table->mountPoint(text("/dev/sda1")), text("/"));
+    QCOMPARE(_table->quotaDevices(), QStringList{text("/dev/sda1")});
     QCOMPARE(_sandbox.calls().size(), 2);
 }
 

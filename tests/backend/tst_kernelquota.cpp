@@ -6,6 +6,8 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
+#include <limits>
+
 /// An account's quota on its way from the kernel to a record and back.
 class TestKernelQuota : public QObject
 {
@@ -15,6 +17,8 @@ private Q_SLOTS:
     void initTestCase();
     void whatTheKernelSays();
     void usageIsInBytesAndLimitsAreInBlocks();
+    void whatCannotBeCountedIsTheMostThatCan();
+    void theEpochIsATime();
     void anAccountIsLimitedByAnyOfTheFourLimits_data();
     void anAccountIsLimitedByAnyOfTheFourLimits();
     void nobodyIsLimitedWhileTheKindIsOff();
@@ -101,6 +105,34 @@ void TestKernelQuota::usageIsInBytesAndLimitsAreInBlocks()
     QCOMPARE(quota.usedBlocks.bytes, quint64(1));
     QCOMPARE(quota.softBlockLimit.bytes, quint64(1024));
     QCOMPARE(quota.hardBlockLimit.bytes, Q_UINT64_C(1) << 63);
+}
+
+/// No limit and no time are the last things that a number of many digits may turn into.
+void TestKernelQuota::whatCannotBeCountedIsTheMostThatCan()
+{
+    dqblk record = {};
+    record.dqb_bsoftlimit = (Q_UINT64_C(1) << 54) - 1;
+    record.dqb_bhardlimit = Q_UINT64_C(1) << 54;
+    record.dqb_btime = Q_UINT64_C(1) << 32;
+    record.dqb_itime = std::numeric_limits<quint64>::max();
+    DeviceQuota quota = onDevice();
+    setFromKernel(quota, record, _sizes);
+    QCOMPARE(quota.softBlockLimit.bytes, std::numeric_limits<quint64>::max() - 1023);
+    QCOMPARE(quota.hardBlockLimit.bytes, std::numeric_limits<quint64>::max());
+    QCOMPARE(quota.blocksTimeToForce.toSecsSinceEpoch(), qint64(1) << 32);
+    QVERIFY(quota.inodesTimeToForce.isValid());
+    QVERIFY(quota.inodesTimeToForce.date().year() > 9999);
+    QVERIFY(toKernel(quota).dqb_bhardlimit != 0);
+    QCOMPARE(toKernel(quota).dqb_btime, quint64(1) << 32);
+}
+
+/// A time that was set counts, be it the first one there is.
+void TestKernelQuota::theEpochIsATime()
+{
+    DeviceQuota quota;
+    quota.blocksTimeToForce = QDateTime::fromSecsSinceEpoch(0);
+    QCOMPARE(toKernel(quota).dqb_valid, quint32(QIF_LIMITS | QIF_BTIME));
+    QCOMPARE(toKernel(quota).dqb_btime, quint64(0));
 }
 
 void TestKernelQuota::anAccountIsLimitedByAnyOfTheFourLimits_data()
@@ -279,6 +311,7 @@ void TestKernelQuota::timesComeBackToTheSecond_data()
     QTest::newRow("the hour that comes twice, first") << quint64(1792889999);
     QTest::newRow("the hour that comes twice, again") << quint64(1792892000);
     QTest::newRow("beyond 2038") << quint64(4102444799);
+    QTest::newRow("beyond 32 bits") << quint64(1) + 0xffffffff;
 }
 
 void TestKernelQuota::timesComeBackToTheSecond()

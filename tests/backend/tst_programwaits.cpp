@@ -66,8 +66,8 @@ void TestProgramWaits::programsThatTakeTheirTime()
 
     Run on{[](QuotaPrograms &programs) { return programs.runQuotaOnOff(Device, UserQuota, true); }};
     Run off{[](QuotaPrograms &programs) { return programs.runQuotaOnOff(Device, GroupQuota, false); }};
-    Run check{[](QuotaPrograms &programs) { return programs.createQuotaFiles(Device, UserQuota); }};
-    Run remount{[](QuotaPrograms &programs) { return programs.remount(Device); }};
+    Run check{[](QuotaPrograms &programs) { return programs.createQuotaFiles(Device, UserQuota).isDone; }};
+    Run remount{[](QuotaPrograms &programs) { return programs.remount(Device).isDone; }};
     std::vector<std::thread> threads;
     for (Run *run : {&on, &off, &check, &remount})
         threads.emplace_back(std::ref(*run));

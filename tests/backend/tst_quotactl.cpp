@@ -34,6 +34,7 @@ private Q_SLOTS:
     void devicePathIsUtf8();
     void failureEmitsTheNumberThenTheText();
     void failureGivesTheFailureValue();
+    void aSlotThatChangesErrnoDoesNotChangeTheText();
     void successEmitsNothing();
     void eintrAndErrno39AreUnknownErrors();
     void switchQuotaOnAndOff();
@@ -200,11 +201,24 @@ void TestQuotaCtl::switchQuotaOnAndOff()
     QVERIFY(control.switchQuota(Device, UserQuota, true));
     QCOMPARE(lastCall().command, 0x800002);
     QCOMPARE(lastCall().id, 4);
+    QCOMPARE(lastCall().quotaFile, QByteArray("/aquota.user"));
     QVERIFY(_sandbox.kernel().state("/dev/sda1", UserQuota).on);
     QVERIFY(control.switchQuota(Device, UserQuota, false));
     QCOMPARE(lastCall().command, 0x800003);
     QCOMPARE(lastCall().id, 0);
     QVERIFY(!_sandbox.kernel().state("/dev/sda1", UserQuota).on);
+
+    control.switchQuota(Device, GroupQuota, true);
+    QCOMPARE(lastCall().quotaFile, QByteArray("/aquota.group"));
+}
+
+void TestQuotaCtl::aSlotThatChangesErrnoDoesNotChangeTheText()
+{
+    QuotaCtl control;
+    connect(&control, qOverload<int>(&QuotaCtl::error), this, [] { errno = EPERM; });
+    const QSignalSpy messages(&control, qOverload<const QString &>(&QuotaCtl::error));
+    control.getFormat(QStringLiteral("/dev/none"), UserQuota);
+    QCOMPARE(messages.first().first().toString(), QStringLiteral("File specified in special or addr not exist"));
 }
 
 void TestQuotaCtl::switchQuotaWithAnotherTypeMakesNoCall()

@@ -17,7 +17,7 @@ private Q_SLOTS:
     void saysWhatFailed();
     void everyOtherNumberIsUnknown();
     void isTranslatedInTheContextOfQuotaCtl();
-    void aDiskThatFailsIsNamed();
+    void theDeviceIsNamed();
 };
 
 void TestQuotaCtlMessages::saysWhatFailed_data()
@@ -78,15 +78,13 @@ void TestQuotaCtlMessages::isTranslatedInTheContextOfQuotaCtl()
     QCOMPARE(other, QStringLiteral("QuotaCtl"));
 }
 
-void TestQuotaCtlMessages::aDiskThatFailsIsNamed()
+void TestQuotaCtlMessages::theDeviceIsNamed()
 {
     const QString device = QStringLiteral("/dev/vda");
     QCOMPARE(quotaCtlMessages(device, ENOSPC),
              (QStringList{quotaCtlMessage(ENOSPC), QStringLiteral("/dev/vda: ") + qt_error_string(ENOSPC)}));
-    QCOMPARE(quotaCtlMessages(device, EIO).size(), 2);
-    QCOMPARE(quotaCtlMessages(device, EROFS).size(), 2);
-    QCOMPARE(quotaCtlMessages(device, EPERM), QStringList{quotaCtlMessage(EPERM)});
-    QCOMPARE(quotaCtlMessages(device, ENODEV), QStringList{quotaCtlMessage(ENODEV)});
+    QCOMPARE(quotaCtlMessages(device, EPERM),
+             (QStringList{quotaCtlMessage(EPERM), QStringLiteral("/dev/vda: ") + qt_error_string(EPERM)}));
 }
 
 QTEST_GUILESS_MAIN(TestQuotaCtlMessages)

@@ -140,7 +140,8 @@ void TestQuotaManager::kindThatIsOffIsOffAndNoError()
 void TestQuotaManager::deviceThatDoesNotExistIsAnError()
 {
     QVERIFY(!_manager->isQuotaOn(text("/dev/none"), UserQuota));
-    QCOMPARE(_errors, QStringList{text("File specified in special or addr not exist")});
+    QCOMPARE(_errors, (QStringList{text("File specified in special or addr not exist"),
+                                   text("/dev/none: ") + qt_error_string(ENOENT)}));
 }
 
 void TestQuotaManager::otherKernelErrorsAreReported_data()
@@ -162,7 +163,7 @@ void TestQuotaManager::otherKernelErrorsAreReported()
     state.failures.insert(Q_GETFMT, number);
     _sandbox.kernel().setState("/dev/sda1", UserQuota, state);
     QVERIFY(!_manager->isQuotaOn(Sda, UserQuota));
-    QCOMPARE(_errors, QStringList{message});
+    QCOMPARE(_errors, (QStringList{message, text("/dev/sda1: ") + qt_error_string(number)}));
 }
 
 void TestQuotaManager::quotaFileIsThatOfTheKind()
@@ -228,8 +229,9 @@ void TestQuotaManager::graceThatCannotBeReadIsReported()
     const KindSettings settings = _manager->readKindSettings(Sda, UserQuota);
     QVERIFY(settings.quotaOn);
     QCOMPARE(settings.blockGrace.toSeconds(), qint64(0));
-    QCOMPARE(_errors, QStringList{text("The caller does not have the necessary rights (CAP_SYS_ADMIN) to perform the "
-                                       "specified operation")});
+    QCOMPARE(_errors, (QStringList{text("The caller does not have the necessary rights (CAP_SYS_ADMIN) to perform the "
+                                        "specified operation"),
+                                   text("/dev/sda1: ") + qt_error_string(EPERM)}));
 }
 
 void TestQuotaManager::graceThatDoesNotFitIsAsLongAsItCanBe()
@@ -249,6 +251,9 @@ void TestQuotaManager::readGeneralReadsEveryDevice()
     QCOMPARE(general.deviceSettings.keys(), (QList<QString>{Sda, Sdb}));
     const DeviceSettings first = general.deviceSettings.value(Sda);
     QCOMPARE(first.filesystemType, text("ext4"));
+    QCOMPARE(first.mountPoint, _manager->mountPoint(Sda));
+    QVERIFY(!first.mountPoint.isEmpty());
+    QCOMPARE(first.size, quint64(0)); // the device is made up: what is mounted there is another one
     QVERIFY(first.userSettings.quotaOn && first.userSettings.fileExists);
     QCOMPARE(first.userSettings.inodeGrace.text, text("1 hours"));
     QVERIFY(!first.groupSettings.quotaOn);
@@ -321,10 +326,12 @@ void TestQuotaManager::readGeneralReportsAFailureOnceForEachDevice()
     }
     const QString unknown = text("Unknown error while executing quotactl");
     const GeneralData general = _manager->readGeneral();
-    QCOMPARE(_errors, (QStringList{unknown, text("Device /dev/sda1 not mounted"), unknown,
-                                   text("Device /dev/sdb1 not mounted")}));
-    QCOMPARE(general.deviceSettings.value(Sda).failures, (QStringList{unknown, text("Device /dev/sda1 not mounted")}));
-    QCOMPARE(general.deviceSettings.value(Sdb).failures, (QStringList{unknown, text("Device /dev/sdb1 not mounted")}));
+    const QString why = text(": ") + qt_error_string(ENODEV);
+    const QStringList ofSda{unknown, Sda + why, text("Device /dev/sda1 not mounted")};
+    const QStringList ofSdb{unknown, Sdb + why, text("Device /dev/sdb1 not mounted")};
+    QCOMPARE(_errors, ofSda + ofSdb);
+    QCOMPARE(general.deviceSettings.value(Sda).failures, ofSda);
+    QCOMPARE(general.deviceSettings.value(Sdb).failures, ofSdb);
 
     // Outside a whole read every question is answered for itself.
     _errors.clear();
@@ -417,15 +424,21 @@ void TestQuotaManager::blkidRunsOnceAndOnceMoreAfterEachReset()
 
 void TestQuotaManager::resetLooksAtEverythingAgain()
 {
-    QVERIFY(!_manager->hasQuotaOption(Sdb, UserQuota, text("/etc/mtab")));
-    QCOMPARE(_manager->userId(text("new")), -1);
+    const auto looks = [this] {
+        return QStringList{_manager->hasQuotaOption(Sdb, UserQuota, text("/etc/mtab")) ? text("in force") : QString(),
+                           _manager->fstabDevices().join(QLatin1Char(' ')),
+                           QString::number(_manager->userId(text("new"))),
+                           QString::number(_manager->groupId(text("new")))};
+    };
+    const QStringList before = looks();
+    QCOMPARE(before.mid(2), QStringList({text("-1"), text("-1")}));
     _sandbox.writeEtc(text("mtab"), "/dev/sdb1 /b ext3 rw,usrquota 0 0\n");
+    _sandbox.writeEtc(text("fstab"), "/dev/sdc1 /c ext4 rw 0 0\n");
     _sandbox.writeEtc(text("passwd"), "new:x:7:7::/:/bin/sh\n");
-    QVERIFY(!_manager->hasQuotaOption(Sdb, UserQuota, text("/etc/mtab")));
-    QCOMPARE(_manager->userId(text("new")), -1);
+    _sandbox.writeEtc(text("group"), "new:x:8:\n");
+    QCOMPARE(looks(), before);
     _manager->resetCache();
-    QVERIFY(_manager->hasQuotaOption(Sdb, UserQuota, text("/etc/mtab")));
-    QCOMPARE(_manager->userId(text("new")), 7);
+    QCOMPARE(looks(), QStringList({text("in force"), text("/dev/sdc1"), text("7"), text("8")}));
 }
 
 KRA_SANDBOX_MAIN(TestQuotaManager)

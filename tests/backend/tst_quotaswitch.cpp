@@ -4,9 +4,11 @@
 #include "switchedmachine.h"
 
 #include <generaldata.h>
-#include <touchedpart.h>
 
+#include <QDir>
 #include <QtTest>
+
+#include <cerrno>
 
 namespace
 {
@@ -15,6 +17,20 @@ QString text(const char *bytes)
 {
     return QString::fromUtf8(bytes);
 }
+
+/// Nothing can be written beside "/etc/fstab" as long as this is there.
+class FolderInPlaceOfTheNewTable
+{
+public:
+    FolderInPlaceOfTheNewTable()
+    {
+        if (!QDir(text("/etc")).mkdir(text(".fstab.kra-new~")))
+            qFatal("no folder");
+    }
+    FolderInPlaceOfTheNewTable(const FolderInPlaceOfTheNewTable &) = delete;
+    FolderInPlaceOfTheNewTable &operator=(const FolderInPlaceOfTheNewTable &) = delete;
+    ~FolderInPlaceOfTheNewTable() { QDir(text("/etc")).rmdir(text(".fstab.kra-new~")); }
+};
 
 } // namespace
 
@@ -31,11 +47,17 @@ private Q_SLOTS:
     void onWithAQuotaFile();
     void onWhileItIsOnSetsTheGracePeriods_data() { kinds(); }
     void onWhileItIsOnSetsTheGracePeriods();
-    void onWhereTheRemountFails();
+    void onWhereTheRemountIsRefused();
+    void onWhereTheTableIsSavedDuringARefusedRemount();
+    void onWhereTheRemountFailsForAnotherReason();
+    void onWhereNothingIsMountedTheOptionStays();
     void onWhereTheRemountFailsButAFileIsThere();
     void onWhereNoQuotaFileIsMade();
     void onWhereQuotacheckDoesNotStart();
-    void onWhereTheTableCannotBeChanged();
+    void aDeviceThatNoLineResolvesToIsLeftAlone_data();
+    void aDeviceThatNoLineResolvesToIsLeftAlone();
+    void journaledQuotasAreNotMixed();
+    void onWhereTheTableCannotBeWritten();
     void onWhereQuotaonFails();
     void onWhereQuotaonSaysThatItWasOn();
     void onForADeviceThatIsNotMounted();
@@ -47,12 +69,17 @@ private Q_SLOTS:
     void offWhereNothingIsConfigured();
     void offWhereQuotaoffFails();
     void offKeepsTheOtherKind();
+    void offWhereTheTableCannotBeWritten();
+    void offWhereTheKernelDoesNotAnswer();
 
     void gracePeriodsInSeconds();
     void gracePeriodsThatTheKernelRefuses();
 
     void onDemandFromNothing();
     void onDemandWithAQuotaFileDoesNotRemount();
+    void onDemandWithAnOldQuotaFileRemountsWhereItHasTo();
+    void onDemandWithAnOldQuotaFileTakesARefusedOptionOut();
+    void onDemandWithAnOldQuotaFileTellsWhy();
     void onDemandStopsWhereTheOptionIsNotInForce();
     void onDemandStopsWhereQuotacheckDoesNotStart();
     void onDemandFailsWithQuotaon();
@@ -60,9 +87,10 @@ private Q_SLOTS:
 
     void generalDataAppliesDeviceByDeviceUsersFirst();
     void generalDataReadsTheTablesAgainBetweenTheKinds();
-    void generalDataAppliesOnlyWhatWasTouched();
+    void generalDataAppliesOnlyWhatWasEdited();
     void generalDataLeavesGracePeriodsThatNobodyEdited();
     void aDeviceThatIsConfiguredButNotOnKeepsItsOptions();
+    void theOptionOfAKindThatIsOffIsTakenOnWish();
 
 private:
     static void kinds();
@@ -135,18 +163,70 @@ void TestQuotaSwitch::onWhileItIsOnSetsTheGracePeriods()
     QCOMPARE(_machine.errors(), QStringList());
 }
 
-/// That is no error of its own: what could not be reached is seen afterwards. How it ended is told.
-void TestQuotaSwitch::onWhereTheRemountFails()
+/// What it refuses now it would refuse at the next start too, which would end there.
+void TestQuotaSwitch::onWhereTheRemountIsRefused()
 {
+    const QByteArray table = "# disks\n" + _machine.sandbox().readEtc(text("fstab"));
+    _machine.sandbox().writeEtc(text("fstab"), table);
     const QByteArray complaint = "mount: /srv: mount point not mounted or bad option.\n";
     _machine.sandbox().standIn(text("mount")).complains(complaint).exits(32);
-    _machine.makeUseless(text("mount"));
     QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
     QCOMPARE(_machine.programs(), QStringList{text("mount /dev/sda1 -o remount")});
-    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
-    QCOMPARE(_machine.errors(), QStringList());
+    QCOMPARE(_machine.sandbox().readEtc(text("fstab")), table); // with its comment
+    QCOMPARE(
+        _machine.errors(),
+        QStringList{text("/dev/sda1 could not be mounted again with the option usrquota, which was therefore taken "
+                         "out of /etc/fstab again: mount: /srv: mount point not mounted or bad option.")});
     QVERIFY(_machine.details().contains(
         text("mount /dev/sda1 -o remount: exit code 32\nmount: /srv: mount point not mounted or bad option.")));
+
+    // On demand alike, and when the program says nothing.
+    _machine.reset();
+    _machine.sandbox().standIn(text("mount")).exits(32);
+    QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, GroupQuota));
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw"));
+    QCOMPARE(
+        _machine.errors(),
+        QStringList{text("/dev/sda1 could not be mounted again with the option grpquota, which was therefore taken "
+                         "out of /etc/fstab again: mount /dev/sda1 -o remount: exit code 32")});
+}
+
+/// What somebody else saved while it was mounted stays; of ours nothing.
+void TestQuotaSwitch::onWhereTheTableIsSavedDuringARefusedRemount()
+{
+    _machine.sandbox().standIn(text("mount")).exits(32);
+    const QByteArray other = "/dev/sdz1  /z  ext4  rw  0  0\n";
+    connect(&_machine.manager(), &QuotaManager::detail, &_machine.manager(), [&](const QString &detail) {
+        if (detail.startsWith(text("mount /dev/sda1")))
+            _machine.sandbox().writeEtc(text("fstab"), _machine.sandbox().readEtc(text("fstab")) + other);
+    });
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw"));
+    QVERIFY(_machine.sandbox().readEtc(text("fstab")).endsWith(other));
+}
+
+/// Nothing of what was there before the remount is at fault, and nothing has to be taken out.
+void TestQuotaSwitch::onWhereTheRemountFailsForAnotherReason()
+{
+    _machine.sandbox().writeEtc(text("fstab"),
+                                _machine.sandbox().readEtc(text("fstab")).replace(" rw ", " rw,usrquota "));
+    _machine.sandbox().standIn(text("mount")).exits(32);
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
+    QCOMPARE(_machine.errors(), QStringList());
+    QVERIFY(_machine.details().contains(text("mount /dev/sda1 -o remount: exit code 32")));
+}
+
+/// Nothing has refused the option there: it stays for the next mount.
+void TestQuotaSwitch::onWhereNothingIsMountedTheOptionStays()
+{
+    _machine.sandbox().writeEtc(text("mtab"), "/dev/sda1 /tmp/x fuse.ext4 rw 0 0\n");
+    _machine.sandbox().standIn(text("mount")).complains("mount: not mounted\n").exits(32);
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
+    QCOMPARE(_machine.errors(),
+             QStringList{text("/dev/sda1 is not mounted. It has the option usrquota in /etc/fstab "
+                              "now; mount it, then its quotas can be switched on: mount: not mounted")});
 }
 
 void TestQuotaSwitch::onWhereTheRemountFailsButAFileIsThere()
@@ -177,15 +257,105 @@ void TestQuotaSwitch::onWhereQuotacheckDoesNotStart()
     QCOMPARE(_machine.errors(), QStringList{text("Process quotacheck -gm /dev/sda1 can not started")});
 }
 
-void TestQuotaSwitch::onWhereTheTableCannotBeChanged()
+/// A device is not switched by half, neither on nor off: no program runs, and a text says what to do.
+void TestQuotaSwitch::aDeviceThatNoLineResolvesToIsLeftAlone()
 {
-    const QByteArray table = "LABEL=x /srv ext4 rw 0 2\n";
+    QFETCH(QByteArray, spelling);
+    const QByteArray table = spelling + " /srv ext4 rw,grpquota 0 2\n";
     _machine.sandbox().writeEtc(text("fstab"), table);
+    _machine.sandbox()
+        .standIn(text("blkid"))
+        .prints("/dev/sda1: LABEL=\"l\" UUID=\"a\" TYPE=\"ext4\" "
+                "PARTLABEL=\"p\" PARTUUID=\"u\"\n");
+    const QString refusal = text("File /etc/fstab was not changed: its line 1 names the device /dev/sda1 as %1; write "
+                                 "UUID=a there, then it can be switched")
+                                .arg(QString::fromLatin1(spelling));
     QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.errors(), QStringList{refusal});
+    QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, UserQuota));
+    QCOMPARE(_machine.errors(), QStringList({refusal, refusal}));
+
+    // Off: the option is there, though the kind is not on; it is on; neither.
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(false), GroupQuota));
+    _machine.setOn(_machine.sda, UserQuota, true);
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(false), UserQuota));
+    QCOMPARE(_machine.errors(), QStringList({refusal, refusal, refusal, refusal}));
+    QVERIFY(_machine.isOn(_machine.sda, UserQuota));
+    _machine.setOn(_machine.sda, UserQuota, false);
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(false), UserQuota));
+    QCOMPARE(_machine.errors().size(), 4);
+
+    // What is on needs no table to have its grace periods set.
+    _machine.setOn(_machine.sda, UserQuota, true);
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.graceWrites(), 1);
+    QCOMPARE(_machine.errors().size(), 4);
+
     QCOMPARE(_machine.sandbox().readEtc(text("fstab")), table);
-    QCOMPARE(_machine.programs(), QStringList{text("mount /dev/sda1 -o remount")});
-    QCOMPARE(_machine.errors().size(), 1);
-    QVERIFY(_machine.errors().first().startsWith(text("File /etc/fstab was not changed: ")));
+    QCOMPARE(_machine.programs(), QStringList());
+}
+
+void TestQuotaSwitch::aDeviceThatNoLineResolvesToIsLeftAlone_data()
+{
+    QTest::addColumn<QByteArray>("spelling");
+    for (const char *spelling : {"LABEL=l", "PARTLABEL=p", "PARTUUID=u"})
+        QTest::newRow(spelling) << QByteArray(spelling);
+}
+
+/// The other kind beside it could not be mounted; the journaled one is switched with the option that it has.
+void TestQuotaSwitch::journaledQuotasAreNotMixed()
+{
+    const QByteArray options = "rw,usrjquota=aquota.user,jqfmt=vfsv1";
+    _machine.configure(options);
+    const QByteArray table = _machine.sandbox().readEtc(text("fstab"));
+    for (const bool onDemand : {false, true}) {
+        if (onDemand)
+            QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, GroupQuota));
+        else
+            QVERIFY(_machine.manager().applyQuotaSettings(settings(true), GroupQuota));
+        QCOMPARE(_machine.programs(), QStringList());
+        QCOMPARE(_machine.sandbox().readEtc(text("fstab")), table);
+        QCOMPARE(_machine.errors().size(), onDemand ? 2 : 1);
+        QVERIFY(
+            _machine.errors().last().contains(text("its line 1 for /dev/sda1 has the option usrjquota=aquota.user")));
+    }
+
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.programs(), QStringList({text("mount /dev/sda1 -o remount"), text("quotacheck -um /dev/sda1"),
+                                               text("quotaon -u /dev/sda1")}));
+    QVERIFY(_machine.isOn(_machine.sda, UserQuota));
+    QCOMPARE(_machine.errors().size(), 2);
+    QVERIFY(_machine.manager().readKindSettings(_machine.sda, UserQuota).optionInForce); // no start would do more
+
+    // Switched off it would be back after the next start.
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(false), UserQuota));
+    QCOMPARE(_machine.programs().size(), 3);
+    QVERIFY(_machine.isOn(_machine.sda, UserQuota));
+    QVERIFY(_machine.errors().last().contains(text("take it out there, then they can be switched off")));
+    QCOMPARE(_machine.sandbox().readEtc(text("fstab")), table);
+}
+
+/// Neither is the device mounted anew for nothing, nor do quotas come on that are gone after the next start.
+void TestQuotaSwitch::onWhereTheTableCannotBeWritten()
+{
+    for (const bool hasFile : {false, true}) {
+        _machine.reset();
+        const FolderInPlaceOfTheNewTable blocker;
+        if (hasFile)
+            _machine.makeQuotaFile(_machine.sda, UserQuota);
+        QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+        QCOMPARE(_machine.programs(), QStringList());
+        QCOMPARE(_machine.errors(), QStringList{text("File /etc/fstab can not be open")});
+        QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, UserQuota));
+        QCOMPARE(_machine.programs(), QStringList());
+        QCOMPARE(_machine.errors().size(), 2);
+    }
+    // Grace periods of what is on do not need it.
+    const FolderInPlaceOfTheNewTable blocker;
+    _machine.setOn(_machine.sda, UserQuota, true);
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.programs(), QStringList());
+    QCOMPARE(_machine.graceWrites(), 1);
 }
 
 void TestQuotaSwitch::onWhereQuotaonFails()
@@ -292,6 +462,45 @@ void TestQuotaSwitch::offKeepsTheOtherKind()
     QVERIFY(_machine.isOn(_machine.sda, GroupQuota));
 }
 
+void TestQuotaSwitch::offWhereTheTableCannotBeWritten()
+{
+    const QString comesBack = text("/dev/sda1: these quotas are off now, and come back at the next start unless the "
+                                   "option usrquota is taken out of /etc/fstab");
+    for (const bool isOn : {true, false}) {
+        _machine.reset();
+        _machine.configure("rw,usrquota");
+        _machine.setOn(_machine.sda, UserQuota, isOn);
+        const FolderInPlaceOfTheNewTable blocker;
+        QVERIFY(_machine.manager().applyQuotaSettings(settings(false), UserQuota));
+        QVERIFY(!_machine.isOn(_machine.sda, UserQuota));
+        QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
+        QStringList errors{text("File /etc/fstab can not be open")};
+        if (isOn)
+            errors.append(comesBack);
+        QCOMPARE(_machine.errors(), errors);
+    }
+}
+
+/// Not known is another thing than off: the quotas would stay on without their option.
+void TestQuotaSwitch::offWhereTheKernelDoesNotAnswer()
+{
+    _machine.configure("rw,usrquota");
+    _machine.setOn(_machine.sda, UserQuota, true);
+    _machine.sandbox().kernel().change("/dev/sda1", UserQuota,
+                                       [](FakeKernel::State &state) { state.failures[Q_GETFMT] = EACCES; });
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(false), UserQuota));
+    QCOMPARE(_machine.programs(), QStringList());
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
+    QVERIFY(!_machine.errors().isEmpty());
+
+    // What is not mounted has none that are on.
+    _machine.sandbox().writeEtc(text("mtab"), "/dev/sdb1 /srv ext4 rw 0 0\n");
+    _machine.manager().resetCache();
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(false), UserQuota));
+    QCOMPARE(_machine.programs(), QStringList());
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw"));
+}
+
 void TestQuotaSwitch::gracePeriodsInSeconds()
 {
     FakeKernel::State state;
@@ -336,6 +545,59 @@ void TestQuotaSwitch::onDemandWithAQuotaFileDoesNotRemount()
     QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
 }
 
+/// The file of earlier quotas is of no use to "quotaon" before the option is in force.
+void TestQuotaSwitch::onDemandWithAnOldQuotaFileRemountsWhereItHasTo()
+{
+    _machine.makeQuotaFile(_machine.sda, UserQuota);
+    _machine.sandbox().standIn(text("quotaon")).complains("quotaon: not enabled\n").exits(2);
+    connect(&_machine.manager(), &QuotaManager::detail, &_machine.manager(), [&](const QString &detail) {
+        if (detail.startsWith(text("mount ")))
+            _machine.sandbox().standIn(text("quotaon"));
+    });
+    QVERIFY(_machine.manager().switchOnDemand(_machine.sda, UserQuota));
+    QCOMPARE(_machine.programs(), QStringList({text("quotaon -u /dev/sda1"), text("mount /dev/sda1 -o remount"),
+                                               text("quotaon -u /dev/sda1")}));
+    QCOMPARE(_machine.errors(), QStringList());
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
+    QVERIFY(_machine.isOn(_machine.sda, UserQuota));
+}
+
+void TestQuotaSwitch::onDemandWithAnOldQuotaFileTakesARefusedOptionOut()
+{
+    _machine.makeQuotaFile(_machine.sda, UserQuota);
+    _machine.sandbox().standIn(text("quotaon")).complains("quotaon: not enabled\n").exits(2);
+    _machine.sandbox().standIn(text("mount")).complains("mount: bad option.\n").exits(32);
+    QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, UserQuota));
+    QCOMPARE(_machine.programs(), QStringList({text("quotaon -u /dev/sda1"), text("mount /dev/sda1 -o remount")}));
+    QCOMPARE(_machine.errors(),
+             QStringList{text("/dev/sda1 could not be mounted again with the option usrquota, which was therefore "
+                              "taken out of /etc/fstab again: mount: bad option.")});
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw"));
+}
+
+void TestQuotaSwitch::onDemandWithAnOldQuotaFileTellsWhy()
+{
+    const QString refusal = text("Process quotaon -u /dev/sda1 return error quotaon: not enabled\n");
+    const QStringList programs{text("quotaon -u /dev/sda1"), text("mount /dev/sda1 -o remount")};
+    for (const bool isRefused : {false, true}) {
+        _machine.reset();
+        _machine.configure("rw,usrquota");
+        _machine.writeMtab("rw");
+        _machine.makeQuotaFile(_machine.sda, UserQuota);
+        _machine.makeUseless(text("mount"));
+        _machine.sandbox().standIn(text("quotaon")).complains("quotaon: not enabled\n").exits(2);
+        if (isRefused)
+            _machine.sandbox().standIn(text("mount")).complains("mount: busy\n").exits(32);
+        QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, UserQuota));
+        QCOMPARE(_machine.programs(), programs);
+        QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota")); // it was there before
+        QStringList errors{refusal};
+        if (isRefused)
+            errors.append(text("mount: busy"));
+        QCOMPARE(_machine.errors(), errors);
+    }
+}
+
 void TestQuotaSwitch::onDemandStopsWhereTheOptionIsNotInForce()
 {
     _machine.makeUseless(text("mount"));
@@ -362,12 +624,13 @@ void TestQuotaSwitch::onDemandFailsWithQuotaon()
 /// What they say is no error as long as the quotas come on.
 void TestQuotaSwitch::onDemandTellsWhatLedToTheFailure()
 {
+    _machine.configure("rw,usrquota,grpquota");
     _machine.sandbox().standIn(text("mount")).complains("mount: a warning\n").exits(32);
-    _machine.sandbox().standIn(text("quotacheck")).complains("quotacheck: no space\n").exits(2);
+    _machine.sandbox().standIn(text("quotacheck")).complains("quotacheck: a warning\n");
     QVERIFY(_machine.manager().switchOnDemand(_machine.sda, UserQuota));
     QCOMPARE(_machine.errors(), QStringList());
 
-    _machine.makeUseless(text("quotacheck"));
+    _machine.sandbox().standIn(text("quotacheck")).complains("quotacheck: no space\n").exits(2);
     _machine.sandbox().standIn(text("quotaon")).complains("quotaon: no file\n").exits(1);
     QVERIFY(!_machine.manager().switchOnDemand(_machine.sda, GroupQuota));
     QCOMPARE(_machine.errors(), QStringList({text("Process quotaon -g /dev/sda1 return error quotaon: no file\n"),
@@ -410,7 +673,7 @@ void TestQuotaSwitch::generalDataReadsTheTablesAgainBetweenTheKinds()
     QCOMPARE(_machine.sandbox().calls(text("blkid")).size(), 2); // without the reset it would be 1
 }
 
-void TestQuotaSwitch::generalDataAppliesOnlyWhatWasTouched()
+void TestQuotaSwitch::generalDataAppliesOnlyWhatWasEdited()
 {
     _machine.configure("rw,usrquota,grpquota");
     GeneralData data;
@@ -418,17 +681,17 @@ void TestQuotaSwitch::generalDataAppliesOnlyWhatWasTouched()
         data.deviceSettings[device].userSettings.device = device; // as if everything was to be switched off
         data.deviceSettings[device].groupSettings.device = device;
     }
-    TouchedPart{_machine.sdb, {GroupQuota}}.noteIn(data);
+    data.touched = TouchedSettings{_machine.sdb, data.deviceSettings.value(_machine.sdb)};
+    _machine.manager().applyGeneral(data); // nothing differs from what was read
+    QCOMPARE(_machine.configured(_machine.sdb), QByteArray("rw,usrquota,grpquota"));
+    QCOMPARE(_machine.sandbox().kernel().calls().size(), 0);
+
+    data.touched->asRead.groupSettings.quotaOn = true;
     _machine.manager().applyGeneral(data);
     QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota,grpquota"));
     QCOMPARE(_machine.configured(_machine.sdb), QByteArray("rw,usrquota"));
     QCOMPARE(_machine.programs(), QStringList());
-
-    // A device alone means both of its kinds.
-    data.params.remove(text("touchedKinds"));
-    _machine.manager().applyGeneral(data);
-    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota,grpquota"));
-    QCOMPARE(_machine.configured(_machine.sdb), QByteArray("rw"));
+    QCOMPARE(_machine.errors(), QStringList());
 }
 
 /// The kind was off when the page was read, so the record has no grace periods; by now it is on, and the kernel has
@@ -440,19 +703,15 @@ void TestQuotaSwitch::generalDataLeavesGracePeriodsThatNobodyEdited()
     _machine.setOn(_machine.sda, UserQuota, true);
     GeneralData data;
     data.deviceSettings[_machine.sda].userSettings.device = _machine.sda;
+    data.deviceSettings[_machine.sda].groupSettings.device = _machine.sda;
+    data.touched = TouchedSettings{_machine.sda, data.deviceSettings.value(_machine.sda)};
     data.deviceSettings[_machine.sda].userSettings.quotaOn = true;
-    TouchedPart{_machine.sda, {UserQuota}, {}}.noteIn(data);
     _machine.manager().applyGeneral(data);
     QCOMPARE(_machine.graceWrites(), 0);
 
-    TouchedPart{_machine.sda, {UserQuota}, {UserQuota}}.noteIn(data);
+    data.touched.reset();
     _machine.manager().applyGeneral(data);
     QCOMPARE(_machine.graceWrites(), 1);
-
-    // Without a word on them they count, as all of a record does that says nothing of itself.
-    data.params.remove(text("touchedGraces"));
-    _machine.manager().applyGeneral(data);
-    QCOMPARE(_machine.graceWrites(), 2);
     QCOMPARE(_machine.errors(), QStringList());
 }
 
@@ -463,10 +722,32 @@ void TestQuotaSwitch::aDeviceThatIsConfiguredButNotOnKeepsItsOptions()
     _machine.sandbox().writeEtc(text("mtab"), "/dev/sdb1 /srv ext4 rw 0 0\n");
     GeneralData data = _machine.manager().readGeneral();
     QVERIFY(!data.deviceSettings.value(_machine.sda).userSettings.quotaOn);
-    TouchedPart{_machine.sdb, {UserQuota}}.noteIn(data);
+    data.touched = TouchedSettings{_machine.sdb, data.deviceSettings.value(_machine.sdb)};
+    data.touched->asRead.userSettings.quotaOn = true;
     _machine.manager().applyGeneral(data);
     QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota"));
     QCOMPARE(_machine.configured(_machine.sdb), QByteArray("rw"));
+}
+
+void TestQuotaSwitch::theOptionOfAKindThatIsOffIsTakenOnWish()
+{
+    _machine.configure("rw,usrquota,grpquota");
+    GeneralData data = _machine.manager().readGeneral();
+    data.touched = TouchedSettings{_machine.sdb, data.deviceSettings.value(_machine.sdb), {GroupQuota}};
+    _machine.manager().applyGeneral(data);
+    QCOMPARE(_machine.configured(_machine.sda), QByteArray("rw,usrquota,grpquota"));
+    QCOMPARE(_machine.configured(_machine.sdb), QByteArray("rw,usrquota"));
+    QCOMPARE(_machine.programs(), QStringList());
+    QCOMPARE(_machine.errors(), QStringList());
+
+    // Somebody switched the other kind on meanwhile: it is not switched off in passing.
+    _machine.setOn(_machine.sdb, UserQuota, true);
+    data.touched->optionsToTake = {UserQuota};
+    _machine.manager().applyGeneral(data);
+    QCOMPARE(_machine.configured(_machine.sdb), QByteArray("rw,usrquota"));
+    QVERIFY(_machine.isOn(_machine.sdb, UserQuota));
+    QCOMPARE(_machine.errors(),
+             QStringList{text("/dev/sdb1: quotas of this kind are on by now, so their option stays in /etc/fstab")});
 }
 
 KRA_SANDBOX_MAIN(TestQuotaSwitch)

@@ -9,16 +9,11 @@
 
 namespace
 {
-bool everybody(const Module & /*module*/)
-{
-    return true;
-}
-
 class FormEditor : public ViewEditElementWidget
 {
 public:
     explicit FormEditor(Module *module)
-        : ViewEditElementWidget(module, &everybody)
+        : ViewEditElementWidget(module, &Element::everybody)
         , line(new QLineEdit(this))
     {
         setElementType(QStringLiteral("FakeForm"));
@@ -44,7 +39,7 @@ class ListEditor : public ListElementWidget
 {
 public:
     explicit ListEditor(FakeModule *module)
-        : ListElementWidget(module, &everybody)
+        : ListElementWidget(module, &Element::everybody)
         , _module(module)
     {
         setElementType(QStringLiteral("FakeList"));
@@ -60,7 +55,7 @@ class ListElement : public ContainerElement
 public:
     explicit ListElement(Module *module)
         : ContainerElement(QStringLiteral("FakeList"), QStringLiteral("LocalComputer"), QStringLiteral("Fake list"),
-                           module, &everybody, Place::Top)
+                           module, &Element::everybody, Place::Top)
     {}
 };
 
@@ -131,7 +126,7 @@ public:
         QVector<TreeNode *> children;
         for (const char *title : {"alpha", "beta", "gamma"})
             children.append(new OrdinaryElement(QStringLiteral("FakeForm"), {}, QLatin1String(title),
-                                                element()->module(), &everybody, Element::Place::Child));
+                                                element()->module(), &Element::everybody, Element::Place::Child));
         element()->clearDelete();
         element()->append(children);
         return ReadContentTask::afterRun();
@@ -142,7 +137,7 @@ public:
 FakeModule::FakeModule(QObject *parent)
     : Module(QStringLiteral("FakeModule"), parent)
     , _form(new OrdinaryElement(QStringLiteral("FakeForm"), QStringLiteral("LocalComputer"),
-                                QStringLiteral("Fake form"), this, &everybody, Element::Place::Top))
+                                QStringLiteral("Fake form"), this, &Element::everybody, Element::Place::Top))
     , _list(new ListElement(this))
 {
     setAttachName(QStringLiteral("LocalComputerModule"));

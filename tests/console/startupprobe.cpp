@@ -11,6 +11,7 @@
 #include <QTextCodec>
 #include <QTextStream>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 extern char **environ;
@@ -32,5 +33,8 @@ int main(int argc, char *argv[])
     out << "probe languages=" << QLocale::system().uiLanguages().join(QLatin1Char(' ')) << '\n';
     out << "probe time=" << QDateTime::fromSecsSinceEpoch(1900000000).toString(QStringLiteral("dd.MM.yyyy hh:mm"))
         << '\n';
+    const int flags = fcntl(77, F_GETFD);
+    if (flags >= 0)
+        out << "probe descriptor 77=" << ((flags & FD_CLOEXEC) != 0 ? "closed when a program is run" : "open") << '\n';
     return 0;
 }

@@ -3,6 +3,7 @@
 
 #include <accountelements.h>
 #include <accountmodule.h>
+#include <accountrules.h>
 #include <localcomputermodule.h>
 
 #include <elementswidgetproxymodel.h>
@@ -281,7 +282,7 @@ void LocalAccountsTest::systemAccountIsToldByItsId()
 {
     QFETCH(quint32, id);
     QFETCH(bool, system);
-    QCOMPARE(LocalAccounts::isSystemId(id), system);
+    QCOMPARE(AccountRules::isSystemId(id), system);
 }
 
 void LocalAccountsTest::cellsSortByValue()
@@ -360,7 +361,7 @@ void LocalAccountsTest::doubleClickAsksForThePage()
     const TreeNode *requested = nullptr;
     connect(&whole, &TreeNodeModel::currentNodeRequested, this, [&requested](TreeNode *node) { requested = node; });
     auto *view = editor->findChild<QTreeView *>();
-    Q_EMIT view->activated(view->model()->index(0, 3));
+    Q_EMIT view->doubleClicked(view->model()->index(0, 3));
     QCOMPARE(requested, list->childNodes().at(0));
 }
 

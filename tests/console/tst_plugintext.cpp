@@ -21,6 +21,7 @@ private Q_SLOTS:
     void everyStateIsTold_data();
     void everyStateIsTold();
     void textsOfOthersAreShownAsTheyStand();
+    void signaturesAreLeftOut();
     void moduleWithoutPlaceIsNamed();
     void dialogShowsThePluginThatIsChosen();
     void dialogSaysThatThereAreNone();
@@ -80,6 +81,21 @@ void PluginTextTest::textsOfOthersAreShownAsTheyStand()
         QVERIFY2(!details.contains(QLatin1String(raw)), raw);
     QVERIFY(details.contains(QLatin1String("&lt;error&gt;")));
     QVERIFY(details.contains(QLatin1String("modinfo x: exit code 1")));
+}
+
+void PluginTextTest::signaturesAreLeftOut()
+{
+    const ModuleTree tree;
+    PluginRecord told = record(PluginRecord::State::Attached);
+    told.programOutput = QStringList{QStringLiteral("modinfo x: exit code 0\nfilename: /x\nlicense: GPL\na\nb\nc\nd\n"
+                                                    "e\nsignature: AA:BB\n\t\tCC:DD"),
+                                     QStringLiteral("other: exit code 1\nwhy")};
+    const QString details = pluginDetails(told, tree);
+    QVERIFY(details.contains(QLatin1String("license: GPL")));
+    QVERIFY(!details.contains(QLatin1String("signature")));
+    QVERIFY(!details.contains(QLatin1String("CC:DD")));
+    QVERIFY(details.contains(QChar(0x2026)));
+    QVERIFY(details.contains(QLatin1String("why")));
 }
 
 void PluginTextTest::moduleWithoutPlaceIsNamed()

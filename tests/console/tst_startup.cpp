@@ -25,6 +25,9 @@ private Q_SLOTS:
     void rootKeepsOnlyWhatIsKnown();
     void rootTakesNoPlatformFromElsewhere_data();
     void rootTakesNoPlatformFromElsewhere();
+    void rootSpeaksToNoUsersBus();
+    void waylandAloneIsUsed();
+    void openDescriptorsAreNotHandedOn();
     void askingUserIsNamed_data();
     void askingUserIsNamed();
 
@@ -180,6 +183,8 @@ void StartupTest::displayStaysReachable()
              isRoot() ? QStringLiteral("/run/user/4711/wayland-0") : QStringLiteral("wayland-0"));
 
     Environment named = caller;
+    named.insert(QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("/run/display/wayland-1"));
+    QCOMPARE(start(named).value(QStringLiteral("WAYLAND_DISPLAY")), QStringLiteral("/run/display/wayland-1"));
     named.insert(QStringLiteral("XAUTHORITY"), QStringLiteral("/run/authority"));
     QCOMPARE(start(named).value(QStringLiteral("XAUTHORITY")), QStringLiteral("/run/authority"));
 }
@@ -193,7 +198,7 @@ void StartupTest::rootKeepsOnlyWhatIsKnown()
                                  QStringLiteral("LIBGL_DRIVERS_PATH"), QStringLiteral("GTK3_MODULES"),
                                  QStringLiteral("NOBODY_KNOWS_THIS")};
     const QStringList kept = {QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("DISPLAY"), QStringLiteral("SUDO_USER"),
-                              QStringLiteral("LANGUAGE"), QStringLiteral("DBUS_SESSION_BUS_ADDRESS")};
+                              QStringLiteral("LANGUAGE")};
     Environment environment;
     for (const QString &name : dropped)
         environment.insert(name, QString());
@@ -225,6 +230,42 @@ void StartupTest::rootTakesNoPlatformFromElsewhere()
     const Environment found = start({}, 022, given.split(QLatin1Char(' '), Qt::SkipEmptyParts));
     QVERIFY(found.contains(QStringLiteral("probe arguments")));
     QCOMPARE(found.value(QStringLiteral("probe arguments")), isRoot() ? left : given);
+}
+
+void StartupTest::rootSpeaksToNoUsersBus()
+{
+    const QString address = QStringLiteral("DBUS_SESSION_BUS_ADDRESS");
+    const QString user = QStringLiteral("unix:path=/run/user/4711/bus");
+    const Environment found = start({{address, user}, {QStringLiteral("XDG_RUNTIME_DIR"), QStringLiteral("/run/x")}});
+    if (!isRoot()) {
+        QCOMPARE(found.value(address), user);
+        return;
+    }
+    const QString own = found.value(QStringLiteral("XDG_RUNTIME_DIR")) + QStringLiteral("/bus");
+    const bool hasOwn = found.contains(QStringLiteral("XDG_RUNTIME_DIR")) && QFile::exists(own);
+    QCOMPARE(found.value(address), hasOwn ? QStringLiteral("unix:path=") + own : QStringLiteral("disabled:"));
+    QCOMPARE(start({}).value(address), found.value(address)); // none is started either
+}
+
+void StartupTest::waylandAloneIsUsed()
+{
+    const QString platform = QStringLiteral("QT_QPA_PLATFORM");
+    const QString wayland = QStringLiteral("WAYLAND_DISPLAY");
+    QCOMPARE(start({{wayland, QStringLiteral("wayland-0")}}).value(platform), QStringLiteral("wayland"));
+    QVERIFY(!start({{wayland, QStringLiteral("wayland-0")}, {QStringLiteral("DISPLAY"), QStringLiteral(":0")}})
+                 .contains(platform));
+    QCOMPARE(start({{wayland, QStringLiteral("wayland-0")}, {platform, QStringLiteral("offscreen")}}).value(platform),
+             QStringLiteral("offscreen"));
+    QVERIFY(!start({}).contains(platform));
+}
+
+void StartupTest::openDescriptorsAreNotHandedOn()
+{
+    constexpr int descriptor = 77;
+    QCOMPARE(dup2(STDERR_FILENO, descriptor), descriptor); // which goes on to the probe
+    const Environment found = start({});
+    close(descriptor);
+    QCOMPARE(found.value(QStringLiteral("probe descriptor 77")), QStringLiteral("closed when a program is run"));
 }
 
 void StartupTest::askingUserIsNamed_data()

@@ -20,6 +20,7 @@
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
+#include <QTranslator>
 #include <QtTest>
 
 #include <vector>
@@ -30,6 +31,23 @@ bool everybodyMay(const Module & /*module*/)
 {
     return true;
 }
+
+bool nobodyMay(const Module & /*module*/)
+{
+    return false;
+}
+
+/// Shows under which context and with which comment a text is looked up.
+class Lookup : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char *comment, int /*count*/) const override
+    {
+        return QStringLiteral("<%1/%2/%3>")
+            .arg(QLatin1String(context), QLatin1String(text), QLatin1String(comment ? comment : ""));
+    }
+};
 
 /// A module that notes what it is asked and does nothing.
 class RecordingModule : public Module
@@ -88,14 +106,17 @@ private Q_SLOTS:
     void names();
     void captions();
     void operations();
+    void theAccessCheckIsHandedOn();
     void iconsAreMadeOnce();
     void headers();
+    void textsAreLookedUpWhereTheyAreWritten();
     void cells_data();
     void cells();
     void theFirstColumnIsTheTrees();
     void anAccountWithoutARecordShowsNothing();
     void aRecordOfAnotherKindShowsNothing();
     void aDeviceTheRecordLacks();
+    void aDeviceThatCouldNotBeAsked();
     void countsOfNothingAreEmpty();
     void sizesAreSortedByTheirBytes();
     void variants_data();
@@ -184,14 +205,32 @@ void TestElements::operations()
     QCOMPARE(int(GroupQElement(QString(), &module, &everybodyMay).availableOperations()), 96);
 }
 
+void TestElements::theAccessCheckIsHandedOn()
+{
+    RecordingModule module;
+    const auto elements = [&module](Element::AccessCheck access) {
+        return std::vector<const Element *>{new GeneralElement(&module, access),
+                                            new NotificationsElement(&module, access),
+                                            new UsersElement(&module, access), new GroupsElement(&module, access)};
+    };
+    for (const Element *element : elements(&everybodyMay))
+        QVERIFY2(element->isAccessible(), qPrintable(element->elementType()));
+    for (const Element *element : elements(&nobodyMay))
+        QVERIFY2(!element->isAccessible(), qPrintable(element->elementType()));
+    QVERIFY(!UserElement(QString(), &module, &nobodyMay).isAccessible());
+    QVERIFY(!GroupQElement(QString(), &module, &nobodyMay).isAccessible());
+    QVERIFY(!LocalUserQuotaElement(&module, &nobodyMay).isAccessible());
+    QVERIFY(!LocalGroupQuotaElement(&module, &nobodyMay).isAccessible());
+    QVERIFY(UserElement(QString(), &module, &everybodyMay).isAccessible());
+    QVERIFY(GroupQElement(QString(), &module, &everybodyMay).isAccessible());
+    QVERIFY(LocalUserQuotaElement(&module, &everybodyMay).isAccessible());
+    QVERIFY(LocalGroupQuotaElement(&module, &everybodyMay).isAccessible());
+}
+
 void TestElements::iconsAreMadeOnce()
 {
     RecordingModule module;
     const UserElement one(QString(), &module, &everybodyMay);
-    const UserElement other(QString(), &module, &everybodyMay);
-    QCOMPARE(one.icon().cacheKey(), other.icon().cacheKey());
-    QCOMPARE(one.icon().cacheKey(), ElementIcons::instance().user.cacheKey());
-
     const GroupQElement group(QString(), &module, &everybodyMay);
     const std::pair<const Element *, const char *> names[] = {
         {new GeneralElement(&module, &everybodyMay), "drive-harddisk"},
@@ -201,8 +240,18 @@ void TestElements::iconsAreMadeOnce()
         {&one, "kra-user"},
         {&group, "kra-user-group"},
     };
+    const auto keys = [&names] {
+        std::vector<qint64> all;
+        for (const auto &named : names)
+            all.push_back(named.first->icon().cacheKey());
+        return all;
+    };
     for (const auto &[element, name] : names)
         QCOMPARE(element->icon().name(), QString::fromLatin1(name));
+    const std::vector<qint64> made = keys();
+    QIcon::setThemeName(QStringLiteral("none")); // and what Qt remembered of the other one is gone
+    QCOMPARE(keys(), made);
+    QIcon::setThemeName(QStringLiteral("test"));
 }
 
 void TestElements::headers()
@@ -235,6 +284,37 @@ void TestElements::headers()
     QCOMPARE(users.headerData(1, Qt::Horizontal, Qt::DecorationRole), QVariant());
 }
 
+void TestElements::textsAreLookedUpWhereTheyAreWritten()
+{
+    Lookup lookup;
+    QVERIFY(QCoreApplication::installTranslator(&lookup));
+    UsersElement users(&_module, &everybodyMay);
+    GroupsElement groups(&_module, &everybodyMay);
+    auto *user = new UserElement(QStringLiteral("anna"), &_module, &everybodyMay);
+    users.append(user);
+    auto record = userRecord(1000);
+    DeviceQuota &quota = record->deviceQuotas[device];
+    quota.blockGracePeriod = TimePeriod(604800 + 86400 + 3600 + 60 + 1);
+    user->setRecord(std::move(record));
+    user->setDeviceForData(device);
+    const auto cell = [user](int column) { return user->data(column, Qt::DisplayRole).toString(); };
+
+    QCOMPARE(users.title(), QStringLiteral("<UsersElement/Users/>"));
+    QCOMPARE(groups.title(), QStringLiteral("<GroupsElement/Groups/>"));
+    for (const AbstractContainerElement *container :
+         {static_cast<AbstractContainerElement *>(&users), static_cast<AbstractContainerElement *>(&groups)}) {
+        QCOMPARE(container->displayChildrenVariants(),
+                 (QStringList{QStringLiteral("<AbstractContainerElement/System/plural>"),
+                              QStringLiteral("<AbstractContainerElement/Ordinary/>")}));
+        QCOMPARE(container->headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(),
+                 QStringLiteral("<AbstractContainerElement/Quota is on/>"));
+    }
+    QCOMPARE(cell(2), QStringLiteral("<AbstractElement/on/>"));
+    QCOMPARE(cell(6), QStringLiteral("1<QObject/w/> 1<QObject/d/> 1<QObject/h/> 1<QObject/min/> 1<QObject/sec/>"));
+    user->setDeviceForData(QStringLiteral("/dev/none"));
+    QCOMPARE(cell(2), QStringLiteral("<AbstractElement/off/>"));
+}
+
 void TestElements::cells_data()
 {
     QTest::addColumn<int>("column");
@@ -265,10 +345,10 @@ void TestElements::cells()
     QFETCH(QVariant, value);
 
     const UsersElement users(&_module, &everybodyMay);
-    UserElement user(QStringLiteral("anna"), &_module, &everybodyMay);
+    UserElement user(QStringLiteral("a title"), &_module, &everybodyMay);
     user.setRecord(userRecord(1000));
     user.setDeviceForData(device);
-    GroupQElement group(QStringLiteral("anna"), &_module, &everybodyMay);
+    GroupQElement group(QStringLiteral("a title"), &_module, &everybodyMay);
     auto record = std::make_unique<GroupData>();
     record->name = QStringLiteral("anna");
     record->deviceQuotas.insert(device, someQuota());
@@ -318,6 +398,11 @@ void TestElements::aRecordOfAnotherKindShowsNothing()
     QCOMPARE(user.data(1, Qt::DisplayRole), QVariant());
     user.setRecord(std::make_unique<GeneralData>());
     QCOMPARE(user.data(2, Qt::DisplayRole), QVariant());
+    GroupQElement other(QStringLiteral("anna"), &_module, &everybodyMay);
+    other.setDeviceForData(device);
+    other.setRecord(userRecord(1000));
+    for (const int column : {1, 2, 3})
+        QCOMPARE(other.data(column, Qt::DisplayRole), QVariant());
 }
 
 void TestElements::aDeviceTheRecordLacks()
@@ -332,6 +417,24 @@ void TestElements::aDeviceTheRecordLacks()
         QCOMPARE(user.data(column, SortRole), QVariant());
     }
     QCOMPARE(static_cast<const UserData *>(user.record())->deviceQuotas.size(), 1);
+}
+
+/// Nobody knows whether its quota is on: what the kernel refused to say is no "off".
+void TestElements::aDeviceThatCouldNotBeAsked()
+{
+    UserElement user(QStringLiteral("anna"), &_module, &everybodyMay);
+    const QString refusing = QStringLiteral("/dev/vdb1");
+    auto record = userRecord(1000);
+    record->failures.insert(refusing, QStringLiteral("Input/output error"));
+    user.setRecord(std::move(record));
+    user.setDeviceForData(refusing);
+    QCOMPARE(user.data(1, Qt::DisplayRole), QVariant(QStringLiteral("anna")));
+    for (int column = 2; column < 13; ++column) {
+        for (const int role : {int(Qt::DisplayRole), int(Qt::ToolTipRole), int(SortRole)})
+            QCOMPARE(user.data(column, role), QVariant());
+    }
+    user.setDeviceForData(device);
+    QCOMPARE(user.data(2, Qt::DisplayRole), QVariant(QStringLiteral("on")));
 }
 
 void TestElements::countsOfNothingAreEmpty()
@@ -404,6 +507,10 @@ void TestElements::noVariantWithoutRecordOrParent()
     QCOMPARE(user->treeNodeSpecialFlags(), 0);
     user->setRecord(std::make_unique<GeneralData>());
     QCOMPARE(user->treeNodeSpecialFlags(), 0);
+    auto group = std::make_unique<GroupData>(); // an account all the same
+    group->id = 1000;
+    user->setRecord(std::move(group));
+    QCOMPARE(user->treeNodeSpecialFlags(), int(NodeFlag::InChosenVariant));
 }
 
 void TestElements::aContainerChangesItsVariantItself()

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void refusedField_data();
     void refusedField();
     void everyNumber();
+    void everyName();
 };
 
 void TestCronSyntax::refusedField_data()
@@ -51,12 +52,39 @@ void TestCronSyntax::refusedField_data()
     QTest::newRow("** * * * *") << CronSyntax::None;
     QTest::newRow("1*2 * * * *") << CronSyntax::None;
     QTest::newRow("1-2-3 * * * *") << CronSyntax::None;
+    QTest::newRow("0 8 * JAN MON") << CronSyntax::None;
+    QTest::newRow("0 8 * JAN-MAR MON-FRI") << CronSyntax::None;
+    QTest::newRow("0 8 * DEC SUN,SAT") << CronSyntax::None;
+    QTest::newRow("0 8 * 1-MAR MON-7") << CronSyntax::None;
+    QTest::newRow("0 8 * * FRI-MON") << CronSyntax::None;
+    QTest::newRow("0 8 * * MON-FRI/2") << CronSyntax::None;
+    QTest::newRow("0 8 * * MON.") << CronSyntax::None;
+    QTest::newRow("0 8 * * MON/2") << CronSyntax::DayOfWeek;
+    QTest::newRow("0 8 * * MON-") << CronSyntax::DayOfWeek;
+    QTest::newRow("0 8 * * MO") << CronSyntax::DayOfWeek;
+    QTest::newRow("0 8 * * MOND") << CronSyntax::DayOfWeek;
+    QTest::newRow("0 8 * * 5X") << CronSyntax::DayOfWeek;
+    QTest::newRow("0 8 * * JAN") << CronSyntax::DayOfWeek;
+    QTest::newRow("0 8 * MON *") << CronSyntax::Month;
+    QTest::newRow("0 8 * 0JAN *") << CronSyntax::Month;
+    QTest::newRow("0 8 * 13 MON") << CronSyntax::Month;
+    QTest::newRow("0 8 JAN * *") << CronSyntax::DayOfMonth;
+    QTest::newRow("0 25 * * MON") << CronSyntax::Hour;
+    QTest::newRow("0 MON * * *") << CronSyntax::Hour;
+    QTest::newRow("*/5X * * * *") << CronSyntax::Minute;
+    QTest::newRow("*/X * * * *") << CronSyntax::Minute;
+    QTest::newRow("5:3 * * * *") << CronSyntax::None;
+    QTest::newRow("0-5/2.3 * * * *") << CronSyntax::None;
+    QTest::newRow("@AZ 1 1 1 1") << CronSyntax::Minute;
+    QTest::newRow("  0 8 * * MON") << CronSyntax::None;
 }
 
 void TestCronSyntax::refusedField()
 {
     QFETCH(CronSyntax::Field, field);
-    const CronSchedule schedule = CrontabReader::parseSchedule(QString::fromLatin1(QTest::currentDataTag()));
+    const CronJob job = CrontabReader::parseJob(QLatin1String(QTest::currentDataTag()) + QStringLiteral(" root x"));
+    const CronSchedule &schedule = job.schedule;
+    QVERIFY(!schedule.minute.isEmpty());
     QCOMPARE(CronSyntax::refusedField(schedule), field);
 }
 
@@ -73,6 +101,29 @@ void TestCronSyntax::everyNumber()
             QCOMPARE(CronSyntax::refusedField(schedule),
                      number >= first && number <= last ? CronSyntax::None : static_cast<CronSyntax::Field>(field));
         }
+    }
+}
+
+/// A job line holds capitals only; cron itself takes small letters too.
+void TestCronSyntax::everyName()
+{
+    const CronSchedule any = CrontabReader::parseSchedule(QStringLiteral("* * * * *"));
+    for (const char *month :
+         {"JAN", "FEB", "MAR", "APR", "MAY", "JUN", "JUL", "AUG", "SEP", "OCT", "NOV", "DEC", "jan", "Dec"}) {
+        CronSchedule schedule = any;
+        schedule.month = QString::fromLatin1(month);
+        QCOMPARE(CronSyntax::refusedField(schedule), CronSyntax::None);
+        schedule = any;
+        schedule.dayOfWeek = QString::fromLatin1(month);
+        QCOMPARE(CronSyntax::refusedField(schedule), CronSyntax::DayOfWeek);
+    }
+    for (const char *day : {"SUN", "MON", "TUE", "WED", "THU", "FRI", "SAT", "sun", "mOn"}) {
+        CronSchedule schedule = any;
+        schedule.dayOfWeek = QString::fromLatin1(day);
+        QCOMPARE(CronSyntax::refusedField(schedule), CronSyntax::None);
+        schedule = any;
+        schedule.month = QString::fromLatin1(day);
+        QCOMPARE(CronSyntax::refusedField(schedule), CronSyntax::Month);
     }
 }
 

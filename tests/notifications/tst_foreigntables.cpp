@@ -5,9 +5,12 @@
 
 #include <crontabreader.h>
 #include <notificationsmanager.h>
+#include <warnquotacommand.h>
 
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <random>
 
 namespace
 {
@@ -22,18 +25,6 @@ QByteArray contents(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
-
-/// Works in another folder for a while.
-class InFolder
-{
-public:
-    explicit InFolder(const QString &folder) { QDir::setCurrent(folder); }
-    ~InFolder() { QDir::setCurrent(_before); }
-    Q_DISABLE_COPY_MOVE(InFolder)
-
-private:
-    QString _before = QDir::currentPath();
-};
 
 QString fields(const CronJob &job)
 {
@@ -56,6 +47,8 @@ private Q_SLOTS:
     void everyTableIsLookedAt();
     void replacing_data();
     void replacing();
+    void randomTables_data();
+    void randomTables();
 
 private:
     Sandbox _sandbox;
@@ -118,14 +111,13 @@ void TestForeignTables::replacing_data()
     row("sysstat", "5-55/10 * * * * root warnquota -u\n59 23 * * * root warnquota -u\n");
 }
 
-/// Not one of their lines is written again as it was: all are told before, and the table is kept, away from cron.
+/// While no run is edited nothing is written. When all are, the table is kept before, away from cron.
 void TestForeignTables::replacing()
 {
     QFETCH(QByteArray, written);
     QFETCH(QStringList, unread);
     const QByteArray foreign = contents(path(QTest::currentDataTag()));
     _sandbox.writeEtc(MachineFiles::cronTable, foreign);
-    const InFolder folder(_sandbox.folder(QStringLiteral("somewhere"))); // paths may be relative
     NotificationsManager manager;
     const QSignalSpy details(&manager, &NotificationsManager::detail);
     QStringList errors;
@@ -134,11 +126,17 @@ void TestForeignTables::replacing()
     const std::unique_ptr<NotificationsData> data = manager.read();
     QStringList lines = QString::fromUtf8(foreign).split(QLatin1Char('\n'));
     lines.removeAll(QString());
-    QCOMPARE(data->params.value(NotificationsData::droppedLinesKey()).toStringList(), lines);
+    for (const WarnquotaJob &run : data->jobs)
+        QVERIFY(lines.removeOne(QString::fromUtf8(run.job.asRead)));
+    QCOMPARE(data->notes.droppedLines, lines);
     QCOMPARE(errors, unread);
+    manager.write(*data);
+    QCOMPARE(_sandbox.readEtc(MachineFiles::cronTable), foreign);
     QVERIFY(Sandbox::backups().isEmpty());
 
-    manager.write(*data);
+    for (WarnquotaJob &run : data->jobs)
+        run.job.asRead.clear(); // as it would be written anew
+    QVERIFY(manager.writeCronJobs(data->jobs));
     QCOMPARE(_sandbox.readEtc(MachineFiles::cronTable), MachineFiles::tableHead + written);
     QCOMPARE(Sandbox::backupContents(), QByteArrayList({foreign}));
     QCOMPARE(QDir(QStringLiteral("/etc/cron.d")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
@@ -149,7 +147,71 @@ void TestForeignTables::replacing()
     QCOMPARE(errors, unread); // and no more
 
     // What stands there now is all the own.
-    QVERIFY(!manager.read()->params.contains(NotificationsData::droppedLinesKey()));
+    QVERIFY(manager.read()->notes.droppedLines.isEmpty());
+}
+
+void TestForeignTables::randomTables_data()
+{
+    QTest::addColumn<quint32>("seed");
+    bool isGiven = false;
+    const uint given = qEnvironmentVariable("KRA_SEED").toUInt(&isGiven);
+    for (const uint seed : {1U, isGiven ? given : std::random_device()()})
+        QTest::addRow("KRA_SEED=%u", seed) << static_cast<quint32>(seed);
+}
+
+/// Read and applied unedited a table keeps its bytes; with one run edited, all other runs keep their lines.
+void TestForeignTables::randomTables()
+{
+    QFETCH(quint32, seed);
+    qInfo("KRA_SEED=%u", seed);
+    std::mt19937 random(seed);
+    const auto oneOf = [&random](const QByteArrayList &pieces) {
+        return pieces.at(std::uniform_int_distribution<int>(0, pieces.size() - 1)(random));
+    };
+    const QByteArrayList times = {"0 8 * * 1",         "  */5 *\t* * *", "30 4 31 * *",
+                                  "0 8 * JAN MON-FRI", "0 25 * * MON",   "0 08 * * *"};
+    const QByteArrayList users = {"root", "root", "root", "anna", "web_1", "web-admin"};
+    const QByteArrayList programs = {"warnquota", "/usr/sbin/warnquota", "warnquota\t-u", "/usr/bin/clean",
+                                     "test -x /a && warnquota"};
+    const QByteArrayList options = {"",
+                                    " -u",
+                                    " -g",
+                                    "  -ug",
+                                    " -c /etc/a",
+                                    " -c /etc/b",
+                                    " --config=\"/etc/a b\"",
+                                    " -q ~/q",
+                                    " --admins-file=rel",
+                                    " -c -g",
+                                    " -c /etc/w#1",
+                                    " # why",
+                                    "\r",
+                                    " # gr\xfc\xdf",
+                                    " %",
+                                    " -s"};
+    for (int i = 0; i < 60; ++i) {
+        QByteArrayList lines;
+        for (int count = std::uniform_int_distribution<int>(1, 12)(random); count > 0; --count)
+            lines += oneOf(times) + ' ' + oneOf(users) + ' ' + oneOf(programs) + oneOf(options) + oneOf(options);
+        const QByteArray foreign =
+            oneOf({"", "# a note\n", "MAILTO=anna\n\n"}) + lines.join('\n') + oneOf({"", "\n", "\n\n"});
+        _sandbox.writeEtc(MachineFiles::cronTable, foreign);
+        NotificationsManager manager;
+        const std::unique_ptr<NotificationsData> data = manager.read();
+        manager.write(*data);
+        QCOMPARE(_sandbox.readEtc(MachineFiles::cronTable), foreign);
+        if (data->jobs.isEmpty())
+            continue;
+
+        QByteArrayList expected;
+        for (const WarnquotaJob &run : qAsConst(data->jobs))
+            expected += run.job.asRead;
+        const int edited = std::uniform_int_distribution<int>(0, data->jobs.size() - 1)(random);
+        data->jobs[edited].job.schedule.minute = QStringLiteral("59");
+        expected[edited] = CrontabReader::formatJob(WarnquotaCommand::build(data->jobs.at(edited))).toUtf8();
+        manager.write(*data);
+        QCOMPARE(_sandbox.readEtc(MachineFiles::cronTable), MachineFiles::tableHead + expected.join('\n') + '\n');
+    }
 }
 
 KRA_SANDBOX_MAIN(TestForeignTables)

@@ -7,6 +7,7 @@
 #include <privatemounts.h>
 #include <warnquotacommand.h>
 
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -86,7 +87,10 @@ private Q_SLOTS:
     void writingJobsRewritesTheirCommands();
     void everyFileIsWritten();
     void onlyEditedFilesAreWritten();
-    void aMissingFileIsMade();
+    void aMissingFileIsMadeWhenItsTextIsEdited();
+    void relativePathsAreNeitherReadNorWritten();
+    void whatCannotBeReadIsNotReplaced();
+    void linesStayWhileTheyAreNotEdited();
     void writingGoesOnAfterAFailure();
     void anEditedText();
     void whatIsNoTextIsKept_data();
@@ -102,6 +106,10 @@ private Q_SLOTS:
     void theCopyIsOnTheDiskBeforeTheTableGoes();
     void onlyRootReadsTheCopy();
     void whatOthersWroteSinceTheReadIsKept();
+    void whatOthersWriteMeanwhileIsKept();
+    void savesWithoutEndAreReported();
+    void aPathThatOtherProgramsLoseIsSaid_data();
+    void aPathThatOtherProgramsLoseIsSaid();
     void withoutACopyNothingIsWritten();
     void theReadTellsWhatWillBeDropped();
 
@@ -160,6 +168,12 @@ void TestNotificationsManager::aMachineThatNeverWarned()
     QCOMPARE(errors.first().first().toString(), QStringLiteral("Can'n open /etc/cron.d/warnquota file"));
     QVERIFY(data->jobs.isEmpty());
     QCOMPARE(data->files.size(), 3);
+    QVERIFY(data->notes.isTableMissing && data->notes.isCronMissing);
+    QVERIFY(QDir().mkdir(QStringLiteral("/etc/cron.d")));
+    QVERIFY(manager.read()->notes.isTableMissing);
+    QVERIFY(!manager.read()->notes.isCronMissing);
+    setTable(QByteArray());
+    QVERIFY(!manager.read()->notes.isTableMissing);
 }
 
 void TestNotificationsManager::jobsOfOtherProgramsAreRunsToo()
@@ -169,8 +183,11 @@ void TestNotificationsManager::jobsOfOtherProgramsAreRunsToo()
     const std::unique_ptr<NotificationsData> data = manager.read();
     QCOMPARE(data->jobs.size(), 1);
     QVERIFY(data->jobs.first().users);
-    QVERIFY(manager.writeCronJobs(data->jobs));
-    QCOMPARE(table(), MachineFiles::tableHead + "5 4 * * * daemon warnquota -u\n");
+    manager.write(*data);
+    QCOMPARE(table(), QByteArray("5 4 * * * daemon /usr/bin/other --verbose\n"));
+    data->jobs.first().groups = true;
+    manager.write(*data);
+    QCOMPARE(table(), MachineFiles::tableHead + "5 4 * * * daemon warnquota -u -g\n");
 }
 
 void TestNotificationsManager::textsOfAnyBytes_data()
@@ -244,9 +261,9 @@ void TestNotificationsManager::theDailyRun()
     QFETCH(QByteArray, settings);
     QFETCH(bool, isOn);
     NotificationsManager manager;
-    QCOMPARE(manager.read()->params.value(NotificationsData::dailyRunKey()), QVariant(false));
+    QCOMPARE(manager.read()->notes.hasDailyRun, false);
     _sandbox.writeEtc(QStringLiteral("default/quota"), settings);
-    QCOMPARE(manager.read()->params.value(NotificationsData::dailyRunKey()), QVariant(isOn));
+    QCOMPARE(manager.read()->notes.hasDailyRun, isOn);
 }
 
 void TestNotificationsManager::writingJobsRewritesTheirCommands()
@@ -274,21 +291,117 @@ void TestNotificationsManager::onlyEditedFilesAreWritten()
     const std::unique_ptr<NotificationsData> data = manager.read();
     setConfig("somebody else's newer text\n");
     data->files[quotaTab] = QStringLiteral("edited\n");
-    data->params.insert(NotificationsData::editedFilesKey(), QStringList(quotaTab));
     manager.write(*data);
     QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("somebody else's newer text\n"));
     QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("edited\n"));
 }
 
-void TestNotificationsManager::aMissingFileIsMade()
+void TestNotificationsManager::aMissingFileIsMadeWhenItsTextIsEdited()
 {
     QVERIFY(QFile::remove(quotaTab));
+    setTable("0 0 * * * root warnquota -c /etc/none/w.conf\n");
+    const QString withoutFolder = QStringLiteral("/etc/none/w.conf");
     NotificationsManager manager;
     const std::unique_ptr<NotificationsData> data = manager.read();
-    data->params.insert(NotificationsData::editedFilesKey(), QStringList());
+    QCOMPARE(data->notes.missingFiles, QStringList({quotaTab, withoutFolder}));
+    QCOMPARE(data->notes.filesWithoutFolder, QStringList(withoutFolder));
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    data->files[config] = QStringLiteral("edited");
     manager.write(*data);
-    QVERIFY(QFileInfo(quotaTab).isFile());
-    QCOMPARE(QFileInfo(quotaTab).size(), 0);
+    QVERIFY(!QFileInfo::exists(quotaTab));
+    QVERIFY(errors.isEmpty()); // the folder that is missing is in nobody's way
+
+    data->files[quotaTab] = QStringLiteral("edited");
+    data->files[withoutFolder] = QStringLiteral("edited");
+    manager.write(*data);
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("edited"));
+    QCOMPARE(errors.size(), 1);
+    QCOMPARE(errors.first().first().toString(), QStringLiteral("Can'n create /etc/none/w.conf file"));
+}
+
+/// Where they lead to is for cron to say, whatever folder the console works in.
+void TestNotificationsManager::relativePathsAreNeitherReadNorWritten()
+{
+    const QString before = QDir::currentPath();
+    const auto goBack = qScopeGuard([&before] { QDir::setCurrent(before); });
+    QVERIFY(QDir::setCurrent(QStringLiteral("/etc")));
+    setTable("0 0 * * * root warnquota -c rel.conf -q ~/tab -a $HOME/admins\n");
+    _sandbox.writeEtc(QStringLiteral("rel.conf"), "what stands here\n");
+    NotificationsManager manager;
+    QSignalSpy errors(&manager, &NotificationsManager::error);
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    QCOMPARE(data->files.value(QStringLiteral("rel.conf")), QString());
+    QCOMPARE(errors.size(), 3);
+    QCOMPARE(errors.at(1).first().toString(), QStringLiteral("Can'n open rel.conf file"));
+    QCOMPARE(data->notes.missingFiles, QStringList());
+
+    errors.clear();
+    manager.write(*data);
+    QCOMPARE(errors.size(), 0);
+    data->files[QStringLiteral("rel.conf")] = QStringLiteral("edited");
+    data->files[QStringLiteral("~/tab")] = QStringLiteral("edited");
+    manager.write(*data);
+    QCOMPARE(errors.size(), 2);
+    QCOMPARE(errors.first().first().toString(), QStringLiteral("Can'n create rel.conf file"));
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("rel.conf")), QByteArray("what stands here\n"));
+    QVERIFY(!QFileInfo::exists(QStringLiteral("/etc/~")));
+}
+
+/// An error of the disk, say: nobody has seen what would be replaced.
+void TestNotificationsManager::whatCannotBeReadIsNotReplaced()
+{
+    const QString memory = QStringLiteral("/proc/self/mem"); // a regular file, whose first page gives an error
+    for (const QString &path : {config, QStringLiteral("/etc/cron.d/warnquota")}) {
+        QVERIFY(QFile::remove(path));
+        QVERIFY(QFile::link(memory, path));
+    }
+    NotificationsManager manager;
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    QVERIFY(!manager.writeCronJobs({}));
+    QVERIFY(!manager.writeFile(config, QStringLiteral("x")));
+    QCOMPARE(errors.size(), 2);
+    QVERIFY(errors.first().first().toString().endsWith(QStringLiteral("what it holds cannot be read.")));
+    QCOMPARE(errors.last().first().toString().section(QLatin1Char(' '), 0, 0), config);
+}
+
+/// A run that was not edited keeps its line, however much more than the page that says; so does a table of such runs.
+void TestNotificationsManager::linesStayWhileTheyAreNotEdited()
+{
+    const QByteArrayList lines = {
+        "0 5 * * * someone warnquota -c /home/someone/w.conf",
+        "*/5 * * * * root /usr/bin/clean \t # gr\xfc\xdf\r",
+        "  0  08\t* * MON root /usr/local/sbin/warnquota   -g",
+        "0 1 * * * root warnquota -c /a -c /b",
+        "0 2 * * * root warnquota -c \"/etc/a b.conf\"",
+        "0 3 * * * root warnquota -c -g",
+        "0 4 * * * root warnquota -c /etc/w#1.conf",
+        "0 6 * * * root warnquota",
+    };
+    const QByteArray foreign = "PATH=/usr/sbin\n" + lines.join('\n') + "\n";
+    setTable(foreign);
+    const struct stat before = statusOf(QStringLiteral("/etc/cron.d/warnquota"));
+    NotificationsManager manager;
+    std::unique_ptr<NotificationsData> data = manager.read();
+    data->files[config] = QStringLiteral("edited");
+    std::reverse(data->jobs.begin(), data->jobs.end()); // the page has an order of its own
+    manager.write(*data);
+    QCOMPARE(table(), foreign);
+    QCOMPARE(statusOf(QStringLiteral("/etc/cron.d/warnquota")).st_ino, before.st_ino);
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), QByteArray("edited"));
+
+    data = manager.read();
+    data->jobs.last().groups = true;
+    manager.write(*data);
+    QCOMPARE(table(), MachineFiles::tableHead + lines.mid(0, 7).join('\n') + "\n0 6 * * * root warnquota -u -g\n");
+    QVERIFY(Sandbox::backups().isEmpty()); // nothing was lost
+
+    data = manager.read();
+    data->jobs.first().groups = true;
+    data->jobs.first().job.user = QStringLiteral("root");
+    manager.write(*data);
+    QCOMPARE(table(), MachineFiles::tableHead + "0 5 * * * root warnquota -u -g --config=/home/someone/w.conf\n" +
+                          lines.mid(1, 6).join('\n') + "\n0 6 * * * root warnquota -u -g\n");
+    QCOMPARE(Sandbox::backups().entryList().size(), 1);
 }
 
 void TestNotificationsManager::writingGoesOnAfterAFailure()
@@ -397,10 +510,9 @@ void TestNotificationsManager::ownTablesNeedNoCopy()
 {
     NotificationsManager manager;
     const QSignalSpy details(&manager, &NotificationsManager::detail);
-    for (const char *line :
-         {"", "\n", "0 8 * * 1 root /usr/sbin/warnquota -ug\n", "0 8 * * 1 root warnquota # why\n"}) {
+    for (const char *line : {"", "\n", "0 8 * * 1 root warnquota -ug\n", "0 8 * * 1 root warnquota # why\n"}) {
         setTable(MachineFiles::tableHead + line);
-        QVERIFY(!manager.read()->params.contains(NotificationsData::droppedLinesKey()));
+        QVERIFY(manager.read()->notes.droppedLines.isEmpty());
         QVERIFY(manager.writeCronJobs({}));
     }
     _sandbox.removeEtc(MachineFiles::cronTable);
@@ -414,7 +526,9 @@ void TestNotificationsManager::aForeignTableIsKept_data()
     QTest::addColumn<QByteArray>("line");
     for (const char *line : {"# somebody's note", "MAILTO=anna", "@daily root warnquota", "0 8 * * mon root warnquota",
                              "0 8 * * 1 web-admin warnquota", "0 8 * * 1 root /usr/local/bin/clean",
-                             "0 8 * * 1 root warnquota -u | mail anna", "0 8 * * 1 root warnquota # gr\xfc\xdf"})
+                             "0 8 * * 1 root warnquota -u | mail anna", "0 8 * * 1 root warnquota # gr\xfc\xdf",
+                             "0 8 * * 1 anna warnquota -u", "0 8 * * 1 root /usr/local/sbin/warnquota -u",
+                             "0 8 * * 1 root warnquota -c /a -c /b", "0 8 * * 1 root warnquota -c /etc/w#1.conf"})
         QTest::newRow(line) << QByteArray(line);
 }
 
@@ -490,7 +604,6 @@ void TestNotificationsManager::whatOthersWroteSinceTheReadIsKept()
     data->jobs = {jobOf("0 9 * * 1 root warnquota")};
     data->files[quotaTab] = QStringLiteral("# here\n");
     data->files[config] = QStringLiteral("# nobody else\n");
-    data->params.insert(NotificationsData::editedFilesKey(), QStringList({quotaTab, config}));
 
     manager.write(*data);
     QCOMPARE(table(), MachineFiles::tableHead + "0 9 * * 1 root warnquota -u\n");
@@ -502,6 +615,80 @@ void TestNotificationsManager::whatOthersWroteSinceTheReadIsKept()
 
     manager.write(*manager.read()); // of what nobody else touched there is no copy
     QCOMPARE(details.size(), 2);
+}
+
+/// Two apply at once: the one who saved between the other's look at the file and his save loses nothing.
+void TestNotificationsManager::whatOthersWriteMeanwhileIsKept()
+{
+    const QByteArray first = MachineFiles::tableHead + "0 7 * * * root warnquota -g\n";
+    const QByteArray second = MachineFiles::tableHead + "0 6 * * * root warnquota -g\n";
+    NotificationsManager manager;
+    connect(&manager, &NotificationsManager::detail, this, [&](const QString &text) {
+        if (text.contains(QStringLiteral("cron.d")) && table() == first)
+            setTable(second);
+        if (text.contains(quotaTab) && _sandbox.readEtc(QStringLiteral("quotatab")) == "first\n")
+            _sandbox.writeEtc(QStringLiteral("quotatab"), "second\n");
+    });
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    setTable(first);
+    _sandbox.writeEtc(QStringLiteral("quotatab"), "first\n");
+    data->jobs = {jobOf("0 9 * * 1 root warnquota")};
+    data->files[quotaTab] = QStringLiteral("# here\n");
+    manager.write(*data);
+    QVERIFY(errors.isEmpty());
+    QCOMPARE(table(), MachineFiles::tableHead + "0 9 * * 1 root warnquota -u\n");
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("# here\n"));
+    QByteArrayList kept = Sandbox::backupContents();
+    std::sort(kept.begin(), kept.end());
+    QCOMPARE(kept, QByteArrayList({second, first, "first\n", "second\n"}));
+}
+
+void TestNotificationsManager::savesWithoutEndAreReported()
+{
+    NotificationsManager manager;
+    int saves = 0;
+    const auto save = [&] { setTable("# " + QByteArray::number(++saves) + '\n'); };
+    connect(&manager, &NotificationsManager::detail, this, save);
+    const QSignalSpy errors(&manager, &NotificationsManager::error);
+    save();
+    QVERIFY(!manager.writeCronJobs({jobOf("0 9 * * 1 root warnquota")}));
+    QCOMPARE(table(), "# " + QByteArray::number(saves) + '\n');
+    QCOMPARE(errors.size(), 1);
+    QCOMPARE(errors.first().first().toString(),
+             QStringLiteral("/etc/cron.d/warnquota was left as it is: another program kept changing it; try again when "
+                            "that has ended."));
+}
+
+void TestNotificationsManager::aPathThatOtherProgramsLoseIsSaid_data()
+{
+    QTest::addColumn<QByteArray>("above");
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<bool>("isLost");
+    QTest::newRow("of another program") << QByteArray() << QByteArray("clean --all") << true;
+    QTest::newRow("another path") << QByteArray("PATH=/usr/bin\n") << QByteArray("clean") << true;
+    QTest::newRow("the same path") << QByteArray("PATH=/usr/sbin\n") << QByteArray("clean") << false;
+    QTest::newRow("of warnquota") << QByteArray() << QByteArray("warnquota -s") << false;
+}
+
+/// Lines that stay run under the path of the new head.
+void TestNotificationsManager::aPathThatOtherProgramsLoseIsSaid()
+{
+    QFETCH(QByteArray, above);
+    QFETCH(QByteArray, command);
+    QFETCH(bool, isLost);
+    const QByteArray other = "0 6 * * * root " + command + '\n';
+    const QByteArray before = above + other + "0 8 * * 1 root warnquota\n";
+    setTable(before);
+    NotificationsManager manager;
+    const QSignalSpy details(&manager, &NotificationsManager::detail);
+    const std::unique_ptr<NotificationsData> data = manager.read();
+    data->jobs.last().groups = true;
+    manager.write(*data);
+    QCOMPARE(table(), MachineFiles::tableHead + other + "0 8 * * 1 root warnquota -u -g\n");
+    QCOMPARE(Sandbox::backupContents(), isLost ? QByteArrayList{before} : QByteArrayList());
+    if (isLost && above.isEmpty())
+        QVERIFY(details.first().first().toString().contains(QStringLiteral("PATH")));
 }
 
 void TestNotificationsManager::withoutACopyNothingIsWritten()
@@ -520,7 +707,7 @@ void TestNotificationsManager::withoutACopyNothingIsWritten()
 void TestNotificationsManager::theReadTellsWhatWillBeDropped()
 {
     setTable("# note\n0 8 * * 1 root warnquota\n@daily root warnquota\n");
-    QCOMPARE(NotificationsManager().read()->params.value(NotificationsData::droppedLinesKey()).toStringList(),
+    QCOMPARE(NotificationsManager().read()->notes.droppedLines,
              QStringList({QStringLiteral("# note"), QStringLiteral("@daily root warnquota")}));
 }
 

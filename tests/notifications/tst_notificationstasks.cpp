@@ -36,6 +36,7 @@ private Q_SLOTS:
     void bothHaveOneDescription();
     void aRead();
     void aReadOfAMachineThatNeverWarned();
+    void firstUseIsANote();
     void everyFailureIsALine();
     void anUpdate();
     void anUpdateThatFailsInTwoPlaces();
@@ -91,6 +92,26 @@ void TestNotificationsTasks::aReadOfAMachineThatNeverWarned()
     QVERIFY(record());
     QVERIFY(record()->jobs.isEmpty());
     QCOMPARE(record()->files.size(), 3);
+    QVERIFY2(!task.isMessageNote(), "there is no cron");
+}
+
+void TestNotificationsTasks::firstUseIsANote()
+{
+    const auto isNote = [this] {
+        ReadNotificationsData task(_element.get());
+        task.run();
+        return task.status() == TaskDescription::Failed && task.isMessageNote();
+    };
+    _sandbox.removeEtc(MachineFiles::cronTable);
+    QVERIFY(isNote());
+    _sandbox.removeEtc(QStringLiteral("quotatab"));
+    QVERIFY(isNote());
+    // What is there and cannot be read is a failure all the same.
+    QVERIFY(QDir().mkdir(QStringLiteral("/etc/quotatab")));
+    QVERIFY(!isNote());
+    _sandbox.removeEtc(QStringLiteral("quotatab"));
+    _sandbox.writeEtc(MachineFiles::cronTable, "0 0 * * * root warnquota -c /etc/none.conf\n");
+    QVERIFY2(!isNote(), "a run names a file that does not exist");
 }
 
 void TestNotificationsTasks::everyFailureIsALine()
@@ -120,6 +141,7 @@ void TestNotificationsTasks::anUpdate()
     QCOMPARE(task.message(), QString());
     QCOMPARE(_sandbox.readEtc(MachineFiles::cronTable), MachineFiles::tableHead + "0 8 * * 1 root warnquota -g\n");
     QCOMPARE(_sandbox.readEtc(QStringLiteral("quotatab")), QByteArray("edited"));
+    QCOMPARE(task.result(), QStringLiteral("Applied: /etc/cron.d/warnquota\nApplied: /etc/quotatab"));
 }
 
 void TestNotificationsTasks::anUpdateThatFailsInTwoPlaces()

@@ -4,7 +4,6 @@
 #include "editortest.h"
 #include "madeupwarnings.h"
 
-#include <elidedlabel.h>
 #include <notificationswidget.h>
 #include <schedulechoice.h>
 
@@ -60,10 +59,11 @@ private Q_SLOTS:
     void anEditedLineThatDoesNotFitIsRefused();
     void aLineThatFitsNoGrammarCanBeEdited();
     void aLineThatCronRefusesIsSaid();
+    void ofManyRefusedLinesAFewAreSaid();
 
     void nothingEditedIsExportedAsItWas();
     void elevenTasksAreSavedInTheOrderOfTheirNames();
-    void theUserIsRoot();
+    void anEditedRunIsRootsRun();
     void textsKeepTheirCharacters_data();
     void textsKeepTheirCharacters();
     void anEditedText();
@@ -264,6 +264,7 @@ void TestNotificationsWidget::anotherTasksFiles()
     NotificationsData data =
         record({cronLine("1 * * * *"), QStringLiteral("2 * * * * root warnquota -u -c /etc/w.conf")});
     data.files.insert(QStringLiteral("/etc/w.conf"), QStringLiteral("other\n"));
+    data.asRead->files = data.files;
     show(data);
     tasks()->setCurrentText(QStringLiteral("2"));
     QCOMPARE(configEdit()->toPlainText(), QStringLiteral("other\n"));
@@ -273,18 +274,20 @@ void TestNotificationsWidget::anotherTasksFiles()
     const NotificationsData edited = exported();
     QCOMPARE(edited.files.value(QStringLiteral("/etc/w.conf")), QString());
     QCOMPARE(edited.files.value(config), data.files.value(config));
-    QCOMPARE(edited.params.value(NotificationsData::editedFilesKey()).toStringList(),
-             QStringList(QStringLiteral("/etc/w.conf")));
+    QCOMPARE(editedFiles(edited), QStringList(QStringLiteral("/etc/w.conf")));
 }
 
 void TestNotificationsWidget::theUpdateIsToldWhatWasRead()
 {
     NotificationsData data = record(oneTask);
-    const QVariantMap asRead{{config, QStringLiteral("as it was")}};
-    data.params.insert(NotificationsData::asReadKey(), asRead);
+    data.asRead = {"as it was", {{config, QStringLiteral("so was this")}}};
     show(data);
     configEdit()->setPlainText(QStringLiteral("edited"));
-    QCOMPARE(exported().params.value(NotificationsData::asReadKey()).toMap(), asRead);
+    QCOMPARE(exported().asRead->table, data.asRead->table);
+    QCOMPARE(exported().asRead->files, data.asRead->files);
+    data.asRead.reset();
+    show(data);
+    QVERIFY(!exported().asRead);
 }
 
 void TestNotificationsWidget::withoutTasks()
@@ -421,7 +424,7 @@ void TestNotificationsWidget::deletingTasks()
     QVERIFY(exportedLines().isEmpty());
     QVERIFY(_widget->isContentValid());
     QCOMPARE(exported().files, record({}).files);
-    QVERIFY(exported().params.value(NotificationsData::editedFilesKey()).toStringList().isEmpty());
+    QVERIFY(editedFiles(exported()).isEmpty());
 }
 
 void TestNotificationsWidget::theLastCheckedBoxStaysChecked()
@@ -548,26 +551,38 @@ void TestNotificationsWidget::aLineThatFitsNoGrammarCanBeEdited()
 
 void TestNotificationsWidget::aLineThatCronRefusesIsSaid()
 {
-    show({cronLine("0 25 * * *"), cronLine("0 8 * * MON")});
-    const auto *note = find<ElidedLabel>("_refusedLineLabel");
-    QVERIFY(note->isVisible());
-    QVERIFY2(note->fullText().contains(QStringLiteral("the hour (0 to 23)")), qPrintable(note->fullText()));
-    tasks()->setCurrentText(QStringLiteral("2"));
-    QVERIFY(!note->isVisible()); // names are none of the editor's business
+    show({cronLine("0 25 * * *"), cronLine("0 8 * * MON"), cronLine("0 8 * 13 MON")});
+    const auto *note = find<QLabel>("_refusedLineLabel");
+    const auto refused = [note] { return note->isVisible() ? note->text() : QString(); };
+    const QString first = QStringLiteral("cron refuses the hour (0 to 23) of task 1, and with it all tasks.");
+    const QString third = QStringLiteral("cron refuses the month (1 to 12) of task 3, and with it all tasks.");
+    QCOMPARE(refused(), first + QLatin1Char('\n') + third);
+    tasks()->setCurrentText(QStringLiteral("2")); // of every task, shown or not
+    QCOMPARE(refused(), first + QLatin1Char('\n') + third);
+    tasks()->setCurrentText(QStringLiteral("3"));
+    button("_deleteTaskToolButton")->click();
+    QCOMPARE(refused(), first);
     tasks()->setCurrentText(QStringLiteral("1"));
     line()->setFocus();
     line()->selectAll();
     QTest::keyClicks(line(), QStringLiteral("*/0 2 * * *"));
-    QVERIFY2(note->fullText().contains(QStringLiteral("the minute (0 to 59)")), qPrintable(note->fullText()));
+    QCOMPARE(refused(), QStringLiteral("cron refuses the minute (0 to 59) of task 1, and with it all tasks."));
     QVERIFY(_widget->isContentValid()); // the administrator is told, and decides
     line()->selectAll();
     QTest::keyClicks(line(), QStringLiteral("*/5 2 * * *"));
-    QVERIFY(!note->isVisible());
+    QCOMPARE(refused(), QString());
     line()->selectAll();
     QTest::keyClicks(line(), QStringLiteral("99 2 * * *"));
-    QVERIFY(note->isVisible());
+    QVERIFY(!refused().isEmpty());
     radio("day")->click();
-    QVERIFY(!note->isVisible());
+    QCOMPARE(refused(), QString());
+}
+
+void TestNotificationsWidget::ofManyRefusedLinesAFewAreSaid()
+{
+    show({cronLine("60 * * * *"), cronLine("60 * * * *"), cronLine("60 * * * *"), cronLine("60 * * * *")});
+    QCOMPARE(find<QLabel>("_refusedLineLabel")->text().count(QLatin1Char('\n')), 3);
+    QVERIFY(find<QLabel>("_refusedLineLabel")->text().endsWith(QChar(0x2026)));
 }
 
 void TestNotificationsWidget::nothingEditedIsExportedAsItWas()
@@ -578,8 +593,7 @@ void TestNotificationsWidget::nothingEditedIsExportedAsItWas()
     for (const QString &name : names()) {
         tasks()->setCurrentText(name);
         QCOMPARE(exportedLines(), lines);
-        QVERIFY(exported().params.value(NotificationsData::editedFilesKey()).toStringList().isEmpty());
-        QVERIFY(exported().params.contains(NotificationsData::editedFilesKey()));
+        QVERIFY(editedFiles(exported()).isEmpty());
     }
     groups()->click(); // what is edited beside it does not touch the schedule
     QVERIFY(exportedLines().at(3).startsWith(QStringLiteral("7 * * * * root ")));
@@ -604,11 +618,21 @@ void TestNotificationsWidget::elevenTasksAreSavedInTheOrderOfTheirNames()
     QCOMPARE(minutes.join(QLatin1Char(' ')), QStringLiteral("1 10 11 2 3 4 5 6 7 8 9"));
 }
 
-void TestNotificationsWidget::theUserIsRoot()
+void TestNotificationsWidget::anEditedRunIsRootsRun()
 {
-    show({QStringLiteral("1 * * * * daemon warnquota"), QStringLiteral("2 * * * * daemon warnquota")});
-    QCOMPARE(exported().jobs.at(0).job.user, QStringLiteral("root"));
-    QCOMPARE(exported().jobs.at(1).job.user, QStringLiteral("daemon")); // it was not shown
+    const QString foreign = QStringLiteral("1 * * * * daemon /opt/warnquota  -c /a -c /b");
+    const QString other = QStringLiteral("2 * * * * daemon warnquota");
+    show({foreign, other});
+    QCOMPARE(exportedLines(), QStringList({foreign, other})); // to the byte, as nothing is edited
+    configEdit()->setPlainText(QStringLiteral("a text is not the run"));
+    QCOMPARE(exportedLines(), QStringList({foreign, other}));
+    groups()->click();
+    QCOMPARE(exportedLines(), QStringList({QStringLiteral("1 * * * * root warnquota -u -g --config=/a"), other}));
+    groups()->click();
+    QCOMPARE(exportedLines(), QStringList({foreign, other})); // taken back
+    radio("expert")->click();
+    line()->setText(QStringLiteral("3 * * * *"));
+    QCOMPARE(exportedLines(), QStringList({QStringLiteral("3 * * * * root warnquota -u --config=/a"), other}));
 }
 
 void TestNotificationsWidget::textsKeepTheirCharacters_data()
@@ -630,6 +654,7 @@ void TestNotificationsWidget::textsKeepTheirCharacters()
     QFETCH(QString, text);
     NotificationsData data = record(oneTask);
     data.files.insert(config, text);
+    data.asRead->files = data.files;
     show(data);
     groups()->click();
     QCOMPARE(exported().files.value(config), text);
@@ -639,7 +664,7 @@ void TestNotificationsWidget::textsKeepTheirCharacters()
     QVERIFY(exported().files.value(config) != text);
     configEdit()->undo();
     QCOMPARE(exported().files.value(config), text);
-    QVERIFY(exported().params.value(NotificationsData::editedFilesKey()).toStringList().isEmpty());
+    QVERIFY(editedFiles(exported()).isEmpty());
 }
 
 void TestNotificationsWidget::anEditedText()
@@ -647,6 +672,7 @@ void TestNotificationsWidget::anEditedText()
     NotificationsData data = record(oneTask);
     data.files.insert(config, QString::fromUtf8("a\xc2\xa0"
                                                 "b\n"));
+    data.asRead->files = data.files;
     show(data);
     configEdit()->setFocus();
     configEdit()->moveCursor(QTextCursor::End);
@@ -655,7 +681,7 @@ void TestNotificationsWidget::anEditedText()
     QTest::keyClicks(configEdit(), QStringLiteral("d"));
     QCOMPARE(exported().files.value(config), QString::fromUtf8("a\xc2\xa0"
                                                                "b\nc\nd"));
-    QCOMPARE(exported().params.value(NotificationsData::editedFilesKey()).toStringList(), QStringList(config));
+    QCOMPARE(editedFiles(exported()), QStringList(config));
     QCOMPARE(exportedLines(), oneTask);
 }
 
@@ -685,7 +711,15 @@ void TestNotificationsWidget::afterAnUpdateTheTaskIsShownAgain()
     QCOMPARE(line()->text(), QStringLiteral("10 * * * *"));
     show(saved); // and a read that follows no update keeps the name
     QCOMPARE(tasks()->currentText(), QStringLiteral("2"));
+    // Where only a text was edited, the file of the tasks is as it was.
+    show(lines);
+    QTest::keyClicks(configEdit(), QStringLiteral("#"));
+    _widget->afterSuccessfulUpdate();
+    show(lines);
+    QCOMPARE(tasks()->currentText(), QStringLiteral("2"));
+    QCOMPARE(line()->text(), QStringLiteral("2 * * * *"));
 
+    show(saved);
     button("_addedTaskToolButton")->click();
     const QStringList withNew = exportedLines();
     _widget->afterSuccessfulUpdate();
@@ -699,11 +733,11 @@ void TestNotificationsWidget::theDailyRunIsSaid()
     auto *note = find<QLabel>("_dailyRunLabel");
     QVERIFY(!note->isVisible());
     NotificationsData data = record(oneTask);
-    data.params.insert(NotificationsData::dailyRunKey(), true);
+    data.notes.hasDailyRun = true;
     show(data);
     QVERIFY(note->isVisible());
     QVERIFY(note->text().contains(QStringLiteral("run_warnquota in /etc/default/quota")));
-    data.params.insert(NotificationsData::dailyRunKey(), false);
+    data.notes.hasDailyRun = false;
     show(data);
     QVERIFY(!note->isVisible());
 }
@@ -713,7 +747,7 @@ void TestNotificationsWidget::droppedLinesAreSaid()
     auto *note = find<QLabel>("_droppedLinesLabel");
     QVERIFY(!note->isVisible());
     NotificationsData data = record(oneTask);
-    data.params.insert(NotificationsData::droppedLinesKey(), QStringList(QStringLiteral("@daily root <b>x</b>")));
+    data.notes.droppedLines = QStringList(QStringLiteral("@daily root <b>x</b>"));
     show(data);
     QVERIFY(note->isVisible());
     QVERIFY(note->text().contains(QStringLiteral("/var/backups")));
@@ -733,6 +767,8 @@ void TestNotificationsWidget::noTaskIsSaid()
     show(oneTask);
     QVERIFY(!note->isVisible());
     button("_deleteTaskToolButton")->click();
+    QVERIFY2(!note->isVisible(), "it sends mail until this is applied");
+    show(QStringList());
     QVERIFY(note->isVisible());
 }
 

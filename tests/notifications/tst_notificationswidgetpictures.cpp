@@ -31,7 +31,9 @@ void TestNotificationsWidgetPictures::picture_data()
     const QSize usual(760, 640);
     Picture::forEachScale([&](int percent, const char *suffix) {
         const auto row = [&](const char *name, const char *schedule, bool isNoted, const QSize &size) {
-            const QString line = QString::fromLatin1(schedule) + QStringLiteral(" root warnquota -u");
+            const QString text = QString::fromLatin1(schedule);
+            const QString line =
+                text.contains(QLatin1String("warnquota")) ? text : text + QStringLiteral(" root warnquota -u");
             QTest::addRow("%s%s", name, suffix)
                 << (*schedule ? QStringList(line) : QStringList()) << isNoted << size * percent / 100 << percent;
         };
@@ -41,7 +43,8 @@ void TestNotificationsWidgetPictures::picture_data()
         row("expert", "0 8 * * 1-5", false, usual);
         row("notes", "0 8 * * MON", true, usual);
         row("refused", "0 25 * * *", false, usual);
-        row("no-task", "", false, usual);
+        row("no-task", "", false, usual); // nor a table
+        row("foreign", "0 5 * * * someone /opt/warnquota -c ~/w.conf -c", false, usual);
         row("narrow", "5 8 31 * *", true, QSize(480, 400));
     });
 }
@@ -61,9 +64,10 @@ void TestNotificationsWidgetPictures::picture()
     widget.resize(size);
     NotificationsData data = record(lines);
     if (isNoted) {
-        data.params.insert(NotificationsData::dailyRunKey(), true);
-        data.params.insert(NotificationsData::droppedLinesKey(), QStringList(QStringLiteral("@daily root warnquota")));
+        data.notes.hasDailyRun = true;
+        data.notes.droppedLines = QStringList(QStringLiteral("@daily root warnquota"));
     }
+    data.notes.isTableMissing = lines.isEmpty();
     widget.show();
     widget.afterSuccessfulRead(&element, &data);
     QVERIFY(QTest::qWaitForWindowExposed(&widget));

@@ -8,8 +8,10 @@
 #include <vieweditelementwidget.h>
 
 #include <QComboBox>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QSettings>
 #include <QToolTip>
 
@@ -34,6 +36,7 @@ private Q_SLOTS:
     void aLineThatIsNotUnderstoodStays();
     void anEditedLineThatIsNotUnderstoodIsRefused();
     void changesAreTakenBack();
+    void aFailedUpdateLosesNothingTyped();
 
 private:
     void openPage(const QByteArray &cronLines);
@@ -292,6 +295,26 @@ void TestNotificationsPage::changesAreTakenBack()
     QCOMPARE(find<QLineEdit>("_expertLineEdit")->text(), QStringLiteral("30 4 * * *"));
     QVERIFY(find<QComboBox>("_cronJobsComboBox")->isEnabled());
     QCOMPARE(cronTable(), head + line("30 4 * * *"));
+}
+
+void TestNotificationsPage::aFailedUpdateLosesNothingTyped()
+{
+    openPage(line("30 4 * * *"));
+    _console.tabTo("_warnquotaconfPlainTextEdit");
+    _console.type(QStringLiteral("mine "));
+    _sandbox.removeEtc(QStringLiteral("warnquota.conf"));
+    QVERIFY(QDir().mkdir(QStringLiteral("/etc/warnquota.conf"))); // no file can be put there
+    _console.press(Qt::Key_S, Qt::ControlModifier);
+    const auto *message = _console.window().findChild<QLabel *>(QStringLiteral("pageMessage"));
+    QTRY_VERIFY(message->text().contains(QStringLiteral("Can'n create /etc/warnquota.conf file")));
+    QTRY_VERIFY(_page->isEditable());
+    QVERIFY(_page->isContentChanged());
+    const QString typed = QStringLiteral("mine FROM = \"root@localhost\"\n");
+    QCOMPARE(find<QPlainTextEdit>("_warnquotaconfPlainTextEdit")->toPlainText(), typed);
+
+    QVERIFY(QDir().rmdir(QStringLiteral("/etc/warnquota.conf")));
+    apply();
+    QCOMPARE(_sandbox.readEtc(QStringLiteral("warnquota.conf")), typed.toUtf8());
 }
 
 KRA_SANDBOX_MAIN(TestNotificationsPage)

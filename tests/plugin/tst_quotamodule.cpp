@@ -5,6 +5,7 @@
 #include <quotamodule.h>
 #include <taskobserver.h>
 
+#include <QLoggingCategory>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -23,6 +24,14 @@ public:
     static int living;
 };
 int CountedRecord::living = 0;
+
+/// What happened, in order: the lines that the host writes of an operation, and the tasks that were queued.
+QStringList happened;
+
+void noteMessage(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &message)
+{
+    happened += message;
+}
 
 /// What the tasks of a test were made with.
 const ElementData *madeWith = nullptr;
@@ -62,6 +71,8 @@ private Q_SLOTS:
     void theRecordOfAReadStaysTheCallers();
     void theRecordOfAWriteGoesWithTheTask();
     void theRecordOfAWriteThatNobodyKnowsIsDeleted();
+    void theHostHearsOfEveryOperation_data();
+    void theHostHearsOfEveryOperation();
 };
 
 void TestQuotaModule::whatAModuleSaysOfItself()
@@ -141,6 +152,37 @@ void TestQuotaModule::theRecordOfAWriteThatNobodyKnowsIsDeleted()
     element.performOperation(OperationType::Write, new CountedRecord, 0);
     QCOMPARE(CountedRecord::living, 0);
     QVERIFY(!TaskObserver::instance()->isBusy());
+}
+
+void TestQuotaModule::theHostHearsOfEveryOperation_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::addColumn<QStringList>("expected");
+    const QString heard = QStringLiteral("SomeModule is asked for operation %1 on SomeElement");
+    const QString queued = QStringLiteral("queued");
+    QTest::newRow("read") << 32 << QStringList{heard.arg(32), queued};
+    QTest::newRow("write") << 64 << QStringList{heard.arg(64), queued};
+    QTest::newRow("one without a task") << 8 << QStringList{heard.arg(8)};
+}
+
+/// Before the task is handed over: what follows its end must not come first.
+void TestQuotaModule::theHostHearsOfEveryOperation()
+{
+    QFETCH(int, operation);
+    QFETCH(QStringList, expected);
+    SomeModule module;
+    OrdinaryElement element(type, QString(), QString(), &module, &Module::isAdministratorHierarchy,
+                            Element::Place::Child);
+    const auto noting = connect(TaskObserver::instance(), &TaskObserver::taskQueued, this,
+                                [] { happened += QStringLiteral("queued"); });
+    QLoggingCategory::setFilterRules(QStringLiteral("kra.module.info=true"));
+    happened.clear();
+    const QtMessageHandler before = qInstallMessageHandler(&noteMessage);
+    element.performOperation(static_cast<OperationType>(operation), nullptr, 0);
+    qInstallMessageHandler(before);
+    disconnect(noting);
+    QCOMPARE(happened, expected);
+    QTRY_VERIFY(!TaskObserver::instance()->isBusy());
 }
 
 QTEST_GUILESS_MAIN(TestQuotaModule)

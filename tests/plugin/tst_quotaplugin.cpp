@@ -6,15 +6,55 @@
 
 #include <elementdata.h>
 #include <elementeditor.h>
+#include <elementwidget.h>
 #include <moduletree.h>
 #include <pluginloader.h>
 #include <sandbox.h>
 #include <taskobserver.h>
 
+#include <QFile>
+#include <QLoggingCategory>
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <sys/capability.h>
+#include <unistd.h>
+
 Q_DECLARE_METATYPE(OperationType)
+
+namespace
+{
+/// What the host wrote about operations.
+QStringList heard;
+
+void noteMessage(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &message)
+{
+    heard += message;
+}
+
+/// As the kernel counts them for this process.
+bool hasAdministratorRights()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        qFatal("no /proc");
+    const QByteArray effective = QByteArray("\nCapEff:\t");
+    const QByteArray text = status.readAll();
+    const qulonglong capabilities = text.mid(text.indexOf(effective) + effective.size(), 16).toULongLong(nullptr, 16);
+    return geteuid() == 0 || (capabilities & (1ULL << CAP_SYS_ADMIN)) != 0;
+}
+
+/// An editor that is known by the type of an account, as only elements are.
+class AccountEditor : public ElementWidget
+{
+public:
+    explicit AccountEditor(Module *module)
+        : ElementWidget(module, &Module::isAdministratorHierarchy)
+    {
+        setElementType(QStringLiteral("LocalUser"));
+    }
+};
+} // namespace
 
 /// The library as the console sees it: loaded, asked whether it is valid, attached, and asked for operations.
 class TestQuotaPlugin : public QObject
@@ -34,11 +74,15 @@ private Q_SLOTS:
     void theEditors();
     void operationsStartTheirTasks_data();
     void operationsStartTheirTasks();
+    void anAccountIsWrittenAsWhatItIs_data();
+    void anAccountIsWrittenAsWhatItIs();
     void theListOfUsersIsRead();
     void everythingElseStartsNone();
     void anAccountGetsItsSupplement_data();
     void anAccountGetsItsSupplement();
     void twoRequestsGiveTwoSupplements();
+    void theHostHearsOfASupplement();
+    void anEditorGetsNoSupplement();
 
 private:
     void load();
@@ -151,7 +195,7 @@ void TestQuotaPlugin::theModules()
     QCOMPARE(module->attachName(), attachedTo);
     QCOMPARE(int(module->kind()), kind);
     QCOMPARE(module->getData(QStringLiteral("description")), QVariant(description));
-    QCOMPARE(module->getData(QStringLiteral("administrator")), QVariant(Module::isAdministrator(*module)));
+    QCOMPARE(module->getData(QStringLiteral("administrator")), QVariant(hasAdministratorRights()));
     QVERIFY(module->attachedTo());
     QCOMPARE(module->attachedTo()->name(), attachedTo);
 }
@@ -246,6 +290,44 @@ void TestQuotaPlugin::operationsStartTheirTasks()
     QTRY_VERIFY(!TaskObserver::instance()->isBusy());
 }
 
+void TestQuotaPlugin::anAccountIsWrittenAsWhatItIs_data()
+{
+    QTest::addColumn<QString>("module");
+    QTest::addColumn<int>("kind");
+    QTest::newRow("QuotaUserElement") << QStringLiteral("QuotaGeneralModule") << USRQUOTA;
+    QTest::newRow("QuotaGroupElement") << QStringLiteral("QuotaGeneralModule") << GRPQUOTA;
+    QTest::newRow("LocalUserQuotaElement") << QStringLiteral("LocalUserQuotaModule") << USRQUOTA;
+    QTest::newRow("LocalGroupQuotaElement") << QStringLiteral("LocalGroupQuotaModule") << GRPQUOTA;
+}
+
+/// Users and groups of one name and id: the two tasks look alike, but reach different quotas.
+void TestQuotaPlugin::anAccountIsWrittenAsWhatItIs()
+{
+    QFETCH(QString, module);
+    QFETCH(int, kind);
+    const QByteArray folder = _sandbox.folder(QStringLiteral("data")).toLocal8Bit();
+    _sandbox.writeEtc(QStringLiteral("fstab"), "/dev/vda " + folder + " ext4 usrquota,grpquota 0 0\n");
+    _sandbox.writeEtc(QStringLiteral("mtab"), "/dev/vda " + folder + " ext4 usrquota,grpquota 0 0\n");
+    _sandbox.standIn(QStringLiteral("blkid")).prints("/dev/vda: UUID=\"a\" TYPE=\"ext4\"\n");
+    FakeKernel::State state;
+    state.records[0].dqb_ihardlimit = 5;
+    for (const int type : {USRQUOTA, GRPQUOTA})
+        _sandbox.kernel().setState("/dev/vda", type, state);
+    load();
+    OrdinaryElement asked(QString::fromLatin1(QTest::currentDataTag()), QString(), QStringLiteral("root"),
+                          _tree->module(module), &Module::isAdministratorHierarchy, Element::Place::Child);
+    asked.performOperation(OperationType::Read, nullptr, 0);
+    QTRY_VERIFY(!TaskObserver::instance()->isBusy());
+    QVERIFY(asked.record());
+    asked.performOperation(OperationType::Write, asked.takeRecord().release(), 0);
+    QTRY_VERIFY(!TaskObserver::instance()->isBusy());
+    QVector<int> written;
+    for (const FakeKernel::Call &call : _sandbox.kernel().calls())
+        if (call.command == Q_SETQUOTA)
+            written += call.type;
+    QCOMPARE(written, QVector<int>{kind});
+}
+
 void TestQuotaPlugin::theListOfUsersIsRead()
 {
     load();
@@ -324,6 +406,33 @@ void TestQuotaPlugin::twoRequestsGiveTwoSupplements()
     module->performOperation(element(QStringLiteral("LocalGroup")), OperationType::CreateSupplement, nullptr, 0);
     QVERIFY(element(QStringLiteral("LocalGroup"))->supplementNodes().isEmpty());
     delete account;
+}
+
+/// Of its creation, but not of its end, after which the element is no more.
+void TestQuotaPlugin::theHostHearsOfASupplement()
+{
+    load();
+    Element *account = element(QStringLiteral("LocalGroup"));
+    Module *module = _tree->module(QStringLiteral("LocalGroupQuotaModule"));
+    QLoggingCategory::setFilterRules(QStringLiteral("kra.module.info=true"));
+    heard.clear();
+    const QtMessageHandler before = qInstallMessageHandler(&noteMessage);
+    module->performOperation(account, OperationType::CreateSupplement, nullptr, 0);
+    module->performOperation(static_cast<Element *>(account->supplementNodes().first()),
+                             OperationType::RemoveSupplement, nullptr, 0);
+    qInstallMessageHandler(before);
+    QCOMPARE(heard, QStringList{QStringLiteral("LocalGroupQuotaModule is asked for operation 1 on LocalGroup")});
+    QVERIFY(account->supplementNodes().isEmpty());
+}
+
+void TestQuotaPlugin::anEditorGetsNoSupplement()
+{
+    load();
+    Module *module = _tree->module(QStringLiteral("LocalUserQuotaModule"));
+    AccountEditor editor(module);
+    module->performOperation(&editor, OperationType::CreateSupplement, nullptr, 0);
+    module->performOperation(&editor, OperationType::RemoveSupplement, nullptr, 0);
+    QVERIFY(element(QStringLiteral("LocalUser"))->supplementNodes().isEmpty());
 }
 
 KRA_SANDBOX_MAIN(TestQuotaPlugin)

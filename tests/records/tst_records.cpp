@@ -19,8 +19,6 @@ private Q_SLOTS:
     void aRecordWithAnEmptyMapReadsAsDefaults();
     void lookingUpAMissingDeviceInsertsNothing();
     void devicesAreOrderedByPath();
-    void kindsAreToldByTheirDynamicType();
-    void aRecordOfAnotherKindIsNoData();
     void changingACopyLeavesTheFirstAlone();
     void aCopyTakesTheHostsFieldsAlong();
     void defaultSettingsAreAllOff();
@@ -83,22 +81,6 @@ void TestRecords::devicesAreOrderedByPath()
         general.deviceSettings.insert(QString::fromLatin1(path), {});
     QCOMPARE(general.deviceSettings.keys(),
              (QList<QString>{QStringLiteral("/dev/sda10"), QStringLiteral("/dev/sda2"), QStringLiteral("/dev/sdb1")}));
-}
-
-void TestRecords::kindsAreToldByTheirDynamicType()
-{
-    const std::unique_ptr<ElementData> user = std::make_unique<UserData>();
-    QVERIFY(dynamic_cast<const AbstractElementData *>(user.get()));
-    QVERIFY(dynamic_cast<const UserData *>(user.get()));
-    QVERIFY(!dynamic_cast<const GroupData *>(user.get()));
-}
-
-void TestRecords::aRecordOfAnotherKindIsNoData()
-{
-    const std::unique_ptr<ElementData> general = std::make_unique<GeneralData>();
-    QVERIFY(!dynamic_cast<const AbstractElementData *>(general.get()));
-    const std::unique_ptr<ElementData> group = std::make_unique<GroupData>();
-    QVERIFY(!dynamic_cast<const GeneralData *>(group.get()));
 }
 
 void TestRecords::changingACopyLeavesTheFirstAlone()

@@ -5,7 +5,6 @@
 #include <module.h>
 #include <sandbox.h>
 #include <taskobserver.h>
-#include <touchedpart.h>
 #include <updategeneraldata.h>
 #include <userdata.h>
 
@@ -152,10 +151,12 @@ void TestUpdateGeneralData::aRecordIsApplied()
 void TestUpdateGeneralData::onlyTheTouchedPartIsApplied()
 {
     std::unique_ptr<GeneralData> data = record(false);
-    TouchedPart{vda, {UserQuota}}.noteIn(*data);
+    data->touched = TouchedSettings{vda, data->deviceSettings.value(vda)};
+    data->touched->asRead.userSettings.quotaOn = true;
     UpdateGeneralData task(_element.get(), std::move(data));
     task.run();
     QCOMPARE(task.status(), TaskDescription::Succeeded);
+    QCOMPARE(task.result(), QStringLiteral("/dev/vda: quotas for users: off, before: on"));
     QCOMPARE(options(0), QByteArray("rw"));
     QCOMPARE(options(1), QByteArray("rw,usrquota"));
 }

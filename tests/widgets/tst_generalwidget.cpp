@@ -3,9 +3,12 @@
 
 #include "editortest.h"
 #include "madeuprecords.h"
+#include "turnedwheel.h"
 
+#include <devicesbox.h>
 #include <generalwidget.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -17,8 +20,8 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QToolButton>
 #include <QTranslator>
-#include <QWheelEvent>
 #include <QtTest>
 
 using namespace MadeUpRecords;
@@ -45,7 +48,7 @@ private Q_SLOTS:
     void suffixesFollowTheirPlurals();
     void aReadKeepsTheDevice();
     void theDeviceToShowNextIsShownOnce();
-    void anUnknownDeviceToShowLeavesTheFirst();
+    void anUnknownDeviceToShowIsShownAsMissing();
     void showingIsNoChange();
     void everyEditIsAChangeThatHoldsTheDevice_data();
     void everyEditIsAChangeThatHoldsTheDevice();
@@ -56,16 +59,17 @@ private Q_SLOTS:
     void anUnmountedDeviceAndItsFailures();
     void factsStayReadableWhileEditingIsBlocked();
     void withoutDevicesThePageSaysWhatWasPassedOver();
+    void withDevicesThePassedOverLinesAreOnePressAway();
     void missingRightsAreSaid();
     void aDeviceComesBack();
-    void theRebootQuestion_data();
-    void theRebootQuestion();
-    void theRebootQuestionComesBackWithEveryRead();
-    void showingAnOldRecordAsksNothing();
-    void theRebootQuestionIsAskedOnceAtATime();
-    void theRebootQuestionDiesWithThePage();
+    void aDeviceThatIsGoneStaysShown();
+    void whereADeviceIsMounted();
+    void periodsAreToldInSingularAndPlural();
+    void aScreenReaderKnowsThePeriods();
+    void theOptionOfAKindThatIsOff();
     void theKeyboardReachesEverything();
     void theWheelChangesNothingInPassing();
+    void theWheelKeepsTheDevice();
     void theHalvesNeedNoSidewaysScrolling();
 
 private:
@@ -74,7 +78,9 @@ private:
     QComboBox *devices() const { return find<QComboBox>("_filesystemsComboBox"); }
     QStringList texts(const char *list) const;
     bool isEditable(const char *name) const { return find<QWidget>(name)->isEnabled(); }
-    QMessageBox *question() const;
+    QMessageBox *question() const { return _widget->findChild<QMessageBox *>(); }
+    /// Whether the page asks; it does so a moment after the read.
+    bool asks() const;
 
     void show(const QMap<QString, DeviceSettings> &settings);
     void show(const DeviceSettings &settings) { show({{QStringLiteral("/dev/vda1"), settings}}); }
@@ -107,9 +113,10 @@ QStringList TestGeneralWidget::texts(const char *list) const
     return result;
 }
 
-QMessageBox *TestGeneralWidget::question() const
+bool TestGeneralWidget::asks() const
 {
-    return _widget->findChild<QMessageBox *>();
+    QCoreApplication::processEvents();
+    return question() != nullptr;
 }
 
 void TestGeneralWidget::show(const QMap<QString, DeviceSettings> &settings)
@@ -257,6 +264,10 @@ void TestGeneralWidget::gracesFollowTheTickByHand()
     box("_groupsSettingsGroupBox")->setChecked(true);
     QVERIFY(!isEditable("_usersGracesGroupBox"));
     QVERIFY(isEditable("_groupsGracesGroupBox"));
+    QCOMPARE(box("_usersGracesGroupBox")->title(), QString::fromLatin1(waitingNote));
+    QCOMPARE(box("_groupsGracesGroupBox")->title(), QStringLiteral("*set as soon as quotas are on"));
+    box("_groupsSettingsGroupBox")->setChecked(false);
+    QCOMPARE(box("_groupsGracesGroupBox")->title(), QString::fromLatin1(waitingNote));
 }
 
 void TestGeneralWidget::suffixesFollowTheirPlurals()
@@ -313,11 +324,13 @@ void TestGeneralWidget::theDeviceToShowNextIsShownOnce()
     QCOMPARE(spin("_blocksUsersWeekGraceSpinBox")->value(), 0);
 }
 
-void TestGeneralWidget::anUnknownDeviceToShowLeavesTheFirst()
+void TestGeneralWidget::anUnknownDeviceToShowIsShownAsMissing()
 {
     _widget->setDeviceToNextShow(QStringLiteral("/dev/gone"));
     show({{QStringLiteral("/dev/vda1"), fullQuota()}, {QStringLiteral("/dev/vdb1"), noQuota()}});
-    QCOMPARE(devices()->currentText(), QStringLiteral("/dev/vda1"));
+    QCOMPARE(devices()->currentText(), QStringLiteral("/dev/gone"));
+    QVERIFY(!isEditable("_groupsSettingsGroupBox"));
+    devices()->setCurrentText(QStringLiteral("/dev/vda1"));
     QVERIFY(box("_groupsSettingsGroupBox")->isChecked());
 }
 
@@ -386,14 +399,15 @@ void TestGeneralWidget::factsOfAKind()
     show(device(kind(true, true, true, true), kind(false, false, false, false)));
     const QString usersTexts = QStringLiteral("User quota is on|"
                                               "Configured: usrquota stands in /etc/fstab|"
-                                              "In force: mounted with usrquota|"
+                                              "In force: mounted with an option for user quota|"
                                               "Quota file aquota.user is present|"
                                               "Grace period for space: 1 weeks|"
                                               "Grace period for files: 1 weeks");
     QCOMPARE(texts("_usersListWidget"), usersTexts.split(QLatin1Char('|')));
     const QString groupsTexts = QStringLiteral("Group quota is off|"
-                                               "Not configured: no grpquota in /etc/fstab|"
-                                               "Not in force: mounted without grpquota|"
+                                               "Not configured: no grpquota in a line of /etc/fstab that is "
+                                               "recognised as this device|"
+                                               "Not in force: mounted without an option for group quota|"
                                                "Quota file aquota.group is missing");
     QCOMPARE(texts("_groupsListWidget"), groupsTexts.split(QLatin1Char('|')));
     QVERIFY(find<QListWidget>("_deviceFactsListWidget")->isHidden());
@@ -403,7 +417,7 @@ void TestGeneralWidget::factsOfAKind()
 void TestGeneralWidget::aFileSystemWithItsOwnQuota()
 {
     show(ownQuota());
-    QVERIFY(!question());
+    QVERIFY(!asks());
     const QString unenforced = QStringLiteral("Mounted without %1: limits stop nobody, unless quotaon was run since");
     QCOMPARE(texts("_usersListWidget").mid(0, 2),
              QStringList({QStringLiteral("User quota is on"), unenforced.arg(QStringLiteral("usrquota"))}));
@@ -435,8 +449,10 @@ void TestGeneralWidget::anUnmountedDeviceAndItsFailures()
              QStringList({QStringLiteral("This device is not mounted."),
                           QStringLiteral("Value special does not indicate on block device")}));
     // Whether the option is in force and the file is there is not known of it.
-    QCOMPARE(texts("_usersListWidget"), QStringList({QStringLiteral("User quota is off"),
-                                                     QStringLiteral("Not configured: no usrquota in /etc/fstab")}));
+    QCOMPARE(texts("_usersListWidget"),
+             QStringList({QStringLiteral("User quota is off"),
+                          QStringLiteral("Not configured: no usrquota in a line of /etc/fstab "
+                                         "that is recognised as this device")}));
 }
 
 void TestGeneralWidget::factsStayReadableWhileEditingIsBlocked()
@@ -452,9 +468,10 @@ void TestGeneralWidget::factsStayReadableWhileEditingIsBlocked()
 void TestGeneralWidget::withoutDevicesThePageSaysWhatWasPassedOver()
 {
     QVERIFY(find<QLabel>("_noDeviceLabel")->isHidden()); // nothing was read yet
+    QVERIFY(find<QToolButton>("_passedOverButton")->isHidden());
     GeneralData record;
-    const QStringList lines = {QStringLiteral("/dev/sda1 on /: xfs is no file system with quota files"),
-                               QStringLiteral("LABEL=data on /srv: there is no such device")};
+    const QStringList lines = {QStringLiteral("/dev/sda1 on /: xfs, not ext2, ext3 or ext4"),
+                               QStringLiteral("UUID=u7 on /srv: blkid finds no such device")};
     record.params.insert(GeneralData::passedOverKey(), lines);
     _widget->afterSuccessfulRead(_element.get(), &record);
     QVERIFY(find<QLabel>("_noDeviceLabel")->isVisible());
@@ -467,8 +484,33 @@ void TestGeneralWidget::withoutDevicesThePageSaysWhatWasPassedOver()
     record.params.clear();
     _widget->afterSuccessfulRead(_element.get(), &record);
     QVERIFY(find<QLabel>("_noDeviceLabel")->isVisible());
-    QVERIFY(find<QLabel>("_passedOverLabel")->isHidden());
+    QVERIFY(find<QToolButton>("_passedOverButton")->isHidden());
     QVERIFY(find<QListWidget>("_passedOverListWidget")->isHidden());
+}
+
+void TestGeneralWidget::withDevicesThePassedOverLinesAreOnePressAway()
+{
+    GeneralData record;
+    record.deviceSettings.insert(QStringLiteral("/dev/vda1"), fullQuota());
+    const QStringList lines = {QStringLiteral("/dev/vdb1 on /srv: blkid finds no such device")};
+    record.params.insert(GeneralData::passedOverKey(), lines);
+    _widget->afterSuccessfulRead(_element.get(), &record);
+    auto *button = find<QToolButton>("_passedOverButton");
+    const auto *list = find<QListWidget>("_passedOverListWidget");
+    QVERIFY(button->isVisible());
+    QCOMPARE(button->text(), QStringLiteral("Lines of /etc/fstab that were passed over: 1"));
+    QVERIFY(list->isHidden());
+
+    _widget->blockEditWidget(true); // to be read, not to be edited
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
+    QCOMPARE(texts("_passedOverListWidget"), lines);
+    QVERIFY(list->isVisible());
+    _widget->afterSuccessfulRead(_element.get(), &record);
+    QVERIFY(list->isVisible());
+    QTest::keyClick(button, Qt::Key_Space);
+    QVERIFY(list->isHidden());
+    QVERIFY(!_widget->isContentChanged());
 }
 
 void TestGeneralWidget::missingRightsAreSaid()
@@ -486,90 +528,126 @@ void TestGeneralWidget::aDeviceComesBack()
 {
     show(fullQuota());
     show(QMap<QString, DeviceSettings>());
-    QCOMPARE(devices()->count(), 0);
     QCOMPARE(find<QLabel>("_deviceFilesystemLabel")->text(), QString());
     QVERIFY(!box("_usersSettingsGroupBox")->isVisible());
     show(fullQuota());
+    QCOMPARE(devices()->count(), 1);
     QVERIFY(find<QLabel>("_noDeviceLabel")->isHidden());
     QVERIFY(box("_usersSettingsGroupBox")->isVisible());
     QVERIFY(box("_usersSettingsGroupBox")->isChecked());
 }
 
-void TestGeneralWidget::theRebootQuestion_data()
+/// What is edited next must not go to another device.
+void TestGeneralWidget::aDeviceThatIsGoneStaysShown()
 {
-    QTest::addColumn<bool>("usersWait");
-    QTest::addColumn<bool>("groupsWait");
-    QTest::newRow("nobody") << false << false;
-    QTest::newRow("users") << true << false;
-    QTest::newRow("groups") << false << true;
-    QTest::newRow("both") << true << true;
+    const QString gone = QStringLiteral("/dev/vdb1");
+    show({{QStringLiteral("/dev/vda1"), fullQuota()}, {gone, fullQuota()}});
+    devices()->setCurrentText(gone);
+    show({{QStringLiteral("/dev/vda1"), fullQuota()}});
+    QCOMPARE(devices()->currentText(), gone);
+    QCOMPARE(texts("_deviceFactsListWidget"),
+             QStringList{QStringLiteral("This device is missing: the last read did not find it.")});
+    QVERIFY(texts("_usersListWidget").isEmpty());
+    QVERIFY(!isEditable("_usersSettingsGroupBox") && !isEditable("_groupsSettingsGroupBox"));
+
+    show(QMap<QString, DeviceSettings>()); // nor where nothing was found at all
+    show({{QStringLiteral("/dev/vda1"), fullQuota()}, {gone, noQuota()}});
+    QCOMPARE(devices()->currentText(), gone);
+    QCOMPARE(devices()->count(), 2);
+    QVERIFY(isEditable("_usersSettingsGroupBox"));
+    devices()->setCurrentIndex(0);
+    show({{QStringLiteral("/dev/vda1"), fullQuota()}});
+    QCOMPARE(devices()->count(), 1);
 }
 
-void TestGeneralWidget::theRebootQuestion()
+void TestGeneralWidget::whereADeviceIsMounted()
 {
-    QFETCH(bool, usersWait);
-    QFETCH(bool, groupsWait);
-    const KindSettings waits = kind(true, false, true, true);
-    const KindSettings settled = kind(true, true, true, true);
-    // The device that waits is not the one that is shown.
-    show({{QStringLiteral("/dev/vda1"), fullQuota()},
-          {QStringLiteral("/dev/vdb1"), device(usersWait ? waits : settled, groupsWait ? waits : settled)}});
-    if (!usersWait && !groupsWait) {
-        QVERIFY(!question());
-        return;
-    }
-    QVERIFY(question());
-    QCOMPARE(question()->windowTitle(), QStringLiteral("Warning"));
-    QCOMPARE(question()->text(), QStringLiteral("To apply the settings you must reboot system.\nReboot now?"));
-    QCOMPARE(question()->standardButtons(), QMessageBox::Yes | QMessageBox::No);
-    QCOMPARE(question()->icon(), QMessageBox::Warning);
-    answer(QMessageBox::No);
-    QVERIFY(!_widget->isContentChanged());
-    QVERIFY(!_widget->isBlocked());
-    QVERIFY(_module->asked.empty());
-    QCOMPARE(devices()->currentText(), QStringLiteral("/dev/vda1"));
+    DeviceSettings settings = fullQuota();
+    settings.mountPoint = QStringLiteral("/home");
+    show(settings);
+    QCOMPARE(texts("_deviceFactsListWidget"), QStringList{QStringLiteral("Mounted on /home")});
+    settings.size = 20ULL << 30;
+    show(settings);
+    QCOMPARE(texts("_deviceFactsListWidget"), QStringList{QStringLiteral("Mounted on /home, 20 Gb")});
+    QCOMPARE(devices()->currentText(), QStringLiteral("/dev/vda1")); // stays the device's path
+    const auto *offered = find<DevicesBox>("_filesystemsComboBox");
+    QCOMPARE(offered->label(offered->model()->index(0, 0)), QStringLiteral("/dev/vda1 (/home)"));
 }
 
-void TestGeneralWidget::theRebootQuestionComesBackWithEveryRead()
+void TestGeneralWidget::periodsAreToldInSingularAndPlural()
 {
-    const DeviceSettings waits = device(kind(true, false, true, true), KindSettings());
-    for (int read = 0; read < 3; ++read) {
-        show(waits);
-        answer(QMessageBox::No);
-    }
+    QTranslator translator;
+    QVERIFY(translator.load(QStringLiteral(KRA_TRANSLATIONS "/kra-quota-plugin_en.qm")));
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    DeviceSettings settings = fullQuota();
+    settings.userSettings.blockGrace = TimePeriod(604800 + 2 * 86400 + 3600 + 2 * 60 + 1);
+    settings.userSettings.inodeGrace = TimePeriod(2 * 604800 + 2);
+    settings.groupSettings.blockGrace = TimePeriod();
+    show(settings);
+    QVERIFY(texts("_usersListWidget")
+                .contains(QStringLiteral("Grace period for space: 1 week 2 days 1 hour 2 minutes 1 second")));
+    QVERIFY(texts("_usersListWidget").contains(QStringLiteral("Grace period for files: 2 weeks 2 seconds")));
+    QVERIFY(texts("_groupsListWidget").contains(QStringLiteral("Grace period for space: none")));
+}
+
+void TestGeneralWidget::aScreenReaderKnowsThePeriods()
+{
+    const bool wasActive = QAccessible::isActive();
+    QAccessible::setActive(true); // before the form is built, as with a screen reader
+    openEditor(&everybodyMay);
     show(fullQuota());
-    QVERIFY(!question());
+    const QStringList names = {QStringLiteral("Users, space: weeks"),  QStringLiteral("Users, space: days"),
+                               QStringLiteral("Users, space: hours"),  QStringLiteral("Users, space: minutes"),
+                               QStringLiteral("Users, files: weeks"),  QStringLiteral("Users, files: days"),
+                               QStringLiteral("Users, files: hours"),  QStringLiteral("Users, files: minutes"),
+                               QStringLiteral("Groups, space: weeks"), QStringLiteral("Groups, space: days"),
+                               QStringLiteral("Groups, space: hours"), QStringLiteral("Groups, space: minutes"),
+                               QStringLiteral("Groups, files: weeks"), QStringLiteral("Groups, files: days"),
+                               QStringLiteral("Groups, files: hours"), QStringLiteral("Groups, files: minutes")};
+    int number = 0;
+    for (const char *name : spinBoxNames) {
+        QSpinBox *spinBox = spin(name);
+        spinBox->setValue(3);
+        QAccessibleInterface *read = QAccessible::queryAccessibleInterface(spinBox);
+        QVERIFY(read);
+        QCOMPARE(read->role(), QAccessible::SpinBox);
+        QVERIFY(read->valueInterface());
+        QCOMPARE(read->valueInterface()->currentValue().toInt(), 3);
+        QCOMPARE(read->text(QAccessible::Name), names.at(number++));
+    }
+    for (const char *name : {"_filesystemsComboBox", "_usersSettingsGroupBox", "groupBox_3"}) {
+        const QString said = QAccessible::queryAccessibleInterface(find<QWidget>(name))->text(QAccessible::Description);
+        QVERIFY2(!said.isEmpty() && !said.contains(QLatin1Char('<')), qPrintable(said));
+    }
+    QAccessible::setActive(wasActive);
 }
 
-void TestGeneralWidget::showingAnOldRecordAsksNothing()
+void TestGeneralWidget::theOptionOfAKindThatIsOff()
 {
-    auto record = std::make_unique<GeneralData>();
-    record->deviceSettings.insert(QStringLiteral("/dev/vda1"), device(kind(true, false, true, true), KindSettings()));
-    GeneralData read = *record;
-    _widget->setElement(nullptr);
-    _element->setRecord(std::move(record));
-    _widget->setElement(_element.get());
-    QVERIFY(box("_usersSettingsGroupBox")->isChecked());
-    QVERIFY(!question());
-    _widget->afterSuccessfulRead(_element.get(), &read);
-    answer(QMessageBox::No);
-}
+    // Not there, not off, or not to be switched here: nothing to take.
+    for (const DeviceSettings &settings : {noQuota(), fullQuota(), ownQuota()}) {
+        show(settings);
+        QVERIFY(!find<QCheckBox>("_usersTakeOptionCheckBox")->isVisible());
+        QVERIFY(!find<QCheckBox>("_groupsTakeOptionCheckBox")->isVisible());
+    }
+    show(device(kind(true, true, false, true), kind(false, false, false, true)));
+    auto *take = find<QCheckBox>("_usersTakeOptionCheckBox");
+    QVERIFY(take->isVisible() && take->isEnabled() && !take->isChecked());
+    QCOMPARE(take->text(), QStringLiteral("Take usrquota out of /etc/fstab"));
+    QVERIFY(!find<QCheckBox>("_groupsTakeOptionCheckBox")->isVisible());
+    QTest::keyClick(take, Qt::Key_Space);
+    QVERIFY(take->isChecked());
+    QVERIFY(_widget->isContentChanged());
+    QVERIFY(!devices()->isEnabled());
+    QTest::keyClick(box("_usersSettingsGroupBox"), Qt::Key_Space); // to be on needs the option
+    QVERIFY(!take->isChecked() && !take->isEnabled());
+    QTest::keyClick(box("_usersSettingsGroupBox"), Qt::Key_Space);
+    QVERIFY(take->isEnabled());
 
-void TestGeneralWidget::theRebootQuestionIsAskedOnceAtATime()
-{
-    const DeviceSettings waits = device(kind(true, false, true, true), KindSettings());
-    show(waits);
-    show(waits);
-    QCOMPARE(_widget->findChildren<QMessageBox *>().size(), 1);
-    answer(QMessageBox::No);
-}
-
-void TestGeneralWidget::theRebootQuestionDiesWithThePage()
-{
-    show(device(kind(true, false, true, true), KindSettings()));
-    QTRY_VERIFY(question() && question()->isVisible());
-    _widget.reset();
-    QVERIFY(!QApplication::activeModalWidget());
+    show(device(KindSettings(), kind(true, true, false, true)));
+    QVERIFY(!take->isVisible());
+    QCOMPARE(find<QCheckBox>("_groupsTakeOptionCheckBox")->text(), QStringLiteral("Take grpquota out of /etc/fstab"));
+    QVERIFY(find<QCheckBox>("_groupsTakeOptionCheckBox")->isVisible());
 }
 
 void TestGeneralWidget::theKeyboardReachesEverything()
@@ -598,22 +676,25 @@ void TestGeneralWidget::theWheelChangesNothingInPassing()
     QVERIFY(QTest::qWaitForWindowActive(_widget.get()));
     devices()->setFocus();
     QSpinBox *weeks = spin("_blocksUsersWeekGraceSpinBox");
-    const auto turnWheel = [weeks](int delta) {
-        const QPointF at = weeks->rect().center();
-        QWheelEvent event(at, weeks->mapToGlobal(at.toPoint()), QPoint(), QPoint(0, delta), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(weeks, &event);
-        return event.isAccepted(); // what is not goes on to the page, which scrolls
-    };
-
-    QVERIFY(!turnWheel(-120));
+    QVERIFY(!turnedWheel(weeks, -120));
     QCOMPARE(weeks->value(), 1);
     QVERIFY(!_widget->isContentChanged());
 
     weeks->setFocus();
-    QVERIFY(turnWheel(120));
+    QVERIFY(turnedWheel(weeks, 120));
     QCOMPARE(weeks->value(), 2);
     QVERIFY(_widget->isContentChanged());
+}
+
+void TestGeneralWidget::theWheelKeepsTheDevice()
+{
+    show({{QStringLiteral("/dev/vda1"), fullQuota()}, {QStringLiteral("/dev/vdb1"), fullQuota()}});
+    spin("_blocksUsersWeekGraceSpinBox")->setFocus();
+    QVERIFY(!turnedWheel(devices(), -120));
+    QCOMPARE(devices()->currentText(), QStringLiteral("/dev/vda1"));
+    devices()->setFocus();
+    QVERIFY(turnedWheel(devices(), -120));
+    QCOMPARE(devices()->currentText(), QStringLiteral("/dev/vdb1"));
 }
 
 void TestGeneralWidget::theHalvesNeedNoSidewaysScrolling()

@@ -5,19 +5,19 @@
 #include "madeuprecords.h"
 
 #include <generalwidget.h>
-#include <touchedpart.h>
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTimer>
 #include <QtTest>
 
-#include <algorithm>
 #include <functional>
 
 using namespace MadeUpRecords;
@@ -42,9 +42,21 @@ public:
     std::unique_ptr<GeneralData> written;
 };
 
-QVector<QuotaKind> sorted(QVector<QuotaKind> kinds)
+bool isEdited(const KindSettings &settings, const KindSettings &asRead)
 {
-    std::sort(kinds.begin(), kinds.end());
+    return settings.quotaOn != asRead.quotaOn || settings.blockGrace.toSeconds() != asRead.blockGrace.toSeconds() ||
+           settings.inodeGrace.toSeconds() != asRead.inodeGrace.toSeconds();
+}
+
+QVector<int> editedKinds(const GeneralData &record)
+{
+    const DeviceSettings settings = record.deviceSettings.value(record.touched->device);
+    const DeviceSettings &asRead = record.touched->asRead;
+    QVector<int> kinds;
+    if (isEdited(settings.userSettings, asRead.userSettings))
+        kinds.append(UserQuota);
+    if (isEdited(settings.groupSettings, asRead.groupSettings))
+        kinds.append(GroupQuota);
     return kinds;
 }
 
@@ -61,11 +73,19 @@ private Q_SLOTS:
 
     void theFormIsExported();
     void otherDevicesAreExportedAsRead();
-    void secondsAreDropped();
+    void anEditedGracePeriodHasNoSeconds();
+    void aTickTakenBackIsNoEdit();
+    void withoutAnEditNothingIsToBeApplied();
+    void anOptionIsTakenOnWishOnly();
+    void aRejectedFieldIsSaidBeforeAnyBox();
+    void noBoxWithoutAFileToBeMade();
+    void aNumberBeyondItsBoxStaysAndIsRefused_data();
+    void aNumberBeyondItsBoxStaysAndIsRefused();
+    void aNumberThatIsRefusedGoesWithItsKind();
     void theLongestGracePeriod();
     void theFilesystemTextIsANumber_data();
     void theFilesystemTextIsANumber();
-    void withoutADeviceNothingIsExported();
+    void withoutADeviceNothingIsToBeApplied();
 
     void whatWasTouchedIsSaid_data();
     void whatWasTouchedIsSaid();
@@ -93,6 +113,8 @@ private:
     void show(const QMap<QString, DeviceSettings> &settings);
     void show(const DeviceSettings &settings) { show({{vda, settings}}); }
     std::unique_ptr<GeneralData> exported() const;
+    /// Applies, and the update succeeds.
+    void apply();
     void whileTheBoxIsOpen(const std::function<void()> &work);
 
     int _boxes = 0;
@@ -125,6 +147,12 @@ std::unique_ptr<GeneralData> TestGeneralWidgetApply::exported() const
     const std::unique_ptr<ElementData> data = _widget->exportElementData();
     const auto *general = dynamic_cast<const GeneralData *>(data.get());
     return general ? std::make_unique<GeneralData>(*general) : nullptr;
+}
+
+void TestGeneralWidgetApply::apply()
+{
+    _widget->applyContentChanges();
+    _widget->afterSuccessfulUpdate();
 }
 
 /// To be called before what opens the box; the box then goes by its button.
@@ -188,16 +216,176 @@ void TestGeneralWidgetApply::otherDevicesAreExportedAsRead()
     QCOMPARE(settings.userSettings.device, vdb);
 }
 
-void TestGeneralWidgetApply::secondsAreDropped()
+/// Of an edited period; the three others keep theirs.
+void TestGeneralWidgetApply::anEditedGracePeriodHasNoSeconds()
 {
+    constexpr quint32 week = 604800;
+    constexpr quint32 mixed = week + 2 * 86400 + 3 * 3600 + 4 * 60 + 5;
+    constexpr quint32 longest = 4294967295U; // 7101 weeks, 3 days, 6 hours, 28 minutes and 15 seconds
     DeviceSettings settings = fullQuota();
-    constexpr quint32 mixed = 604800 + 2 * 86400 + 3 * 3600 + 4 * 60 + 5;
     settings.userSettings.blockGrace = TimePeriod(mixed);
+    settings.userSettings.inodeGrace = TimePeriod(longest);
+    settings.groupSettings.blockGrace = TimePeriod(5);
+    settings.groupSettings.inodeGrace = TimePeriod(mixed);
     show(settings);
-    const TimePeriod period = exported()->deviceSettings.value(vda).userSettings.blockGrace;
-    QCOMPARE(period.toSeconds(), qint64(mixed) - 5);
+    const auto seconds = [this] {
+        const DeviceSettings now = exported()->deviceSettings.value(vda);
+        return QVector<qint64>{now.userSettings.blockGrace.toSeconds(), now.userSettings.inodeGrace.toSeconds(),
+                               now.groupSettings.blockGrace.toSeconds(), now.groupSettings.inodeGrace.toSeconds()};
+    };
+    QCOMPARE(seconds(), (QVector<qint64>{mixed, longest, 5, mixed}));
+    QSpinBox *minutes = spin("_blocksUsersMinutesSpinBox");
+    minutes->setFocus();
+    QTest::keyClick(minutes, Qt::Key_Up);
+    QCOMPARE(seconds(), (QVector<qint64>{mixed - 5 + 60, longest, 5, mixed}));
+    QTest::keyClick(minutes, Qt::Key_Down); // back: nothing is edited
+    QCOMPARE(seconds(), (QVector<qint64>{mixed, longest, 5, mixed}));
+    QSpinBox *weeks = spin("_inodesUsersWeekGraceSpinBox");
+    weeks->setFocus();
+    weeks->selectAll();
+    QTest::keyClicks(weeks, QStringLiteral("1"));
+    QCOMPARE(seconds(), (QVector<qint64>{mixed, week + longest % week - 15, 5, mixed}));
+    const TimePeriod period = exported()->deviceSettings.value(vda).userSettings.inodeGrace;
     QCOMPARE(period.seconds, 0U);
     QCOMPARE(period.weeks, 1U);
+}
+
+void TestGeneralWidgetApply::aTickTakenBackIsNoEdit()
+{
+    show(device(kind(true, true, false, true), kind(true, true, true, true)));
+    QTest::keyClick(users(), Qt::Key_Space);
+    QTest::keyClick(users(), Qt::Key_Space);
+    QTest::keyClick(spin("_blocksGroupsDaysGraceSpinBox"), Qt::Key_Up);
+    _widget->applyContentChanges();
+    QVERIFY(_module->written);
+    QCOMPARE(editedKinds(*_module->written), QVector<int>{GroupQuota});
+    QVERIFY(_module->written->touched->optionsToTake.isEmpty());
+}
+
+void TestGeneralWidgetApply::withoutAnEditNothingIsToBeApplied()
+{
+    show({{vda, device(kind(true, true, false, true), kind(true, true, true, true))}, {vdb, fullQuota()}});
+    QVERIFY(exported()->touched);
+    QCOMPARE(exported()->touched->device, vda);
+    QCOMPARE(editedKinds(*exported()), QVector<int>());
+    QVERIFY(exported()->touched->optionsToTake.isEmpty());
+}
+
+void TestGeneralWidgetApply::anOptionIsTakenOnWishOnly()
+{
+    const DeviceSettings off = device(kind(true, true, false, true), kind(true, true, false, true));
+    show(off);
+    auto *take = find<QCheckBox>("_groupsTakeOptionCheckBox");
+    QTest::keyClick(take, Qt::Key_Space);
+    _widget->applyContentChanges();
+    QVERIFY(_module->written);
+    QCOMPARE(_module->written->touched->optionsToTake, QVector<QuotaKind>{GroupQuota});
+    QCOMPARE(editedKinds(*_module->written), QVector<int>());
+
+    show(off);
+    QVERIFY(!take->isChecked()); // a wish is good for one Apply
+}
+
+/// The host says why; the page's own box would come after.
+void TestGeneralWidgetApply::aRejectedFieldIsSaidBeforeAnyBox()
+{
+    show(device(kind(false, false, false, false), kind(true, true, true, true)));
+    users()->setChecked(true); // would bring the box
+    QSpinBox *days = spin("_blocksGroupsDaysGraceSpinBox");
+    days->setFocus();
+    days->selectAll();
+    QTest::keyClick(days, Qt::Key_Delete);
+    QSignalSpy refusals(_widget.get(), &ViewEditElementWidget::refused);
+    whileTheBoxIsOpen([] {});
+    _widget->applyContentChanges();
+    QCoreApplication::processEvents();
+    QCOMPARE(_boxes, 0);
+    QCOMPARE(refusals.size(), 1);
+    QVERIFY(!refusals.first().first().toString().isEmpty());
+    QVERIFY(!_module->written);
+    QVERIFY(_widget->isContentChanged());
+}
+
+/// A kind that is on already, with its file under another name, gets none.
+void TestGeneralWidgetApply::noBoxWithoutAFileToBeMade()
+{
+    show(device(kind(false, true, true, false), kind(true, true, true, true)));
+    QTest::keyClick(spin("_blocksUsersDaysGraceSpinBox"), Qt::Key_Up);
+    whileTheBoxIsOpen([] {});
+    _widget->applyContentChanges();
+    QCoreApplication::processEvents();
+    QCOMPARE(_boxes, 0);
+    QVERIFY(_module->written);
+}
+
+void TestGeneralWidgetApply::aNumberBeyondItsBoxStaysAndIsRefused_data()
+{
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("most");
+    QTest::newRow("weeks") << "_blocksUsersWeekGraceSpinBox"
+                           << "7101"
+                           << "7,100";
+    QTest::newRow("days") << "_inodesUsersDaysGraceSpinBox"
+                          << "14"
+                          << "6";
+    QTest::newRow("hours") << "_blocksGroupsHoursSpinBox"
+                           << "36"
+                           << "23";
+    QTest::newRow("minutes") << "_inodesGroupsMinutesSpinBox"
+                             << "90"
+                             << "59";
+    QTest::newRow("no number") << "_inodesGroupsMinutesSpinBox"
+                               << "1x"
+                               << "59";
+}
+
+void TestGeneralWidgetApply::aNumberBeyondItsBoxStaysAndIsRefused()
+{
+    QFETCH(QString, box);
+    QFETCH(QString, typed);
+    QFETCH(QString, most);
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::English));
+    show(fullQuota());
+    auto *number = spin(box.toLatin1());
+    number->setLocale(QLocale(QLocale::English));
+    const int read = number->value();
+    number->setFocus();
+    number->selectAll();
+    QTest::keyClicks(number, typed);
+    QLocale::setDefault(before);
+    QVERIFY(_widget->isContentChanged());
+    QVERIFY(number->text().startsWith(typed));
+    users()->setFocus();
+    QVERIFY2(number->text().startsWith(typed), "it is still there when the box is left");
+
+    QSignalSpy refusals(_widget.get(), &ViewEditElementWidget::refused);
+    _widget->applyContentChanges();
+    QVERIFY(!_module->written);
+    QCOMPARE(refusals.size(), 1);
+    QVERIFY2(refusals.first().first().toString().contains(most), qPrintable(refusals.first().first().toString()));
+    QVERIFY(number->hasFocus());
+    QVERIFY(number->text().startsWith(typed));
+
+    number->selectAll();
+    QTest::keyClicks(number, QStringLiteral("5"));
+    _widget->applyContentChanges();
+    QVERIFY(_module->written);
+    QVERIFY(read != 5);
+}
+
+void TestGeneralWidgetApply::aNumberThatIsRefusedGoesWithItsKind()
+{
+    show(fullQuota());
+    QSpinBox *days = spin("_blocksUsersDaysGraceSpinBox");
+    days->setFocus();
+    days->selectAll();
+    QTest::keyClicks(days, QStringLiteral("14"));
+    users()->setChecked(false);
+    QVERIFY(_widget->isContentValid());
+    show(fullQuota());
+    QVERIFY2(days->text().startsWith(QString::number(days->value())), "a read is shown in its place");
 }
 
 void TestGeneralWidgetApply::theLongestGracePeriod()
@@ -236,12 +424,19 @@ void TestGeneralWidgetApply::theFilesystemTextIsANumber()
     QCOMPARE(int(exportedText.at(0).unicode()), code);
 }
 
-void TestGeneralWidgetApply::withoutADeviceNothingIsExported()
+/// A record all the same, of which nothing is to be applied.
+void TestGeneralWidgetApply::withoutADeviceNothingIsToBeApplied()
 {
     show(QMap<QString, DeviceSettings>());
-    QVERIFY(!_widget->exportElementData());
-    _widget->applyContentChanges();
-    QVERIFY(_module->asked.empty());
+    QVERIFY(exported());
+    QVERIFY(exported()->deviceSettings.isEmpty());
+    QVERIFY(exported()->touched);
+    QVERIFY(!exported()->deviceSettings.contains(exported()->touched->device));
+
+    show({{vda, fullQuota()}}); // and of a device that went
+    show({{vdb, fullQuota()}});
+    QCOMPARE(exported()->deviceSettings.keys(), QStringList{vdb});
+    QCOMPARE(exported()->touched->device, vda);
 }
 
 void TestGeneralWidgetApply::whatWasTouchedIsSaid_data()
@@ -275,18 +470,9 @@ void TestGeneralWidgetApply::whatWasTouchedIsSaid()
     QVERIFY(_widget->isContentChanged());
     _widget->applyContentChanges();
     QVERIFY(_module->written);
-    const std::optional<TouchedPart> part = TouchedPart::of(*_module->written);
-    QVERIFY(part);
-    QCOMPARE(part->device, vdb);
-    QCOMPARE(sorted(part->kinds).size(), kinds.size());
-    for (const int kind : kinds)
-        QVERIFY(part->contains(vdb, static_cast<QuotaKind>(kind)));
-    QVERIFY(!part->contains(vda, UserQuota));
-    QVector<QuotaKind> graces;
-    for (const QString &name : touched)
-        if (name.endsWith(QLatin1String("SpinBox")))
-            graces.append(name.contains(QLatin1String("Groups")) ? GroupQuota : UserQuota);
-    QCOMPARE(part->graces, graces);
+    QVERIFY(_module->written->touched);
+    QCOMPARE(_module->written->touched->device, vdb);
+    QCOMPARE(editedKinds(*_module->written), kinds);
 }
 
 void TestGeneralWidgetApply::aReadForgetsWhatWasTouched()
@@ -297,7 +483,7 @@ void TestGeneralWidgetApply::aReadForgetsWhatWasTouched()
     QVERIFY(!_widget->isContentChanged());
     groups()->setChecked(false);
     _widget->applyContentChanges();
-    QCOMPARE(TouchedPart::of(*_module->written)->kinds, QVector<QuotaKind>{GroupQuota});
+    QCOMPARE(editedKinds(*_module->written), QVector<int>{GroupQuota});
 }
 
 void TestGeneralWidgetApply::newQuotaFilesAreAnnounced_data()
@@ -387,7 +573,7 @@ void TestGeneralWidgetApply::aKindThatIsStillOffIsSaidPlainly()
     show({{vda, configured}, {vdb, configured}});
     QVERIFY(!texts("_usersListWidget").contains(said));
     users()->setChecked(true);
-    _widget->applyContentChanges();
+    apply();
     QVERIFY(!texts("_usersListWidget").contains(said)); // nobody knows yet
 
     show({{vda, configured}, {vdb, configured}});
@@ -411,7 +597,7 @@ void TestGeneralWidgetApply::aKindThatCameOnIsNot()
     const DeviceSettings off = device(kind(false, false, false, true), kind(false, false, false, true));
     show(off);
     groups()->setChecked(true);
-    _widget->applyContentChanges();
+    apply();
     show(fullQuota());
     QCOMPARE(texts("_groupsListWidget").first(), QStringLiteral("Group quota is on"));
 }
@@ -421,12 +607,12 @@ void TestGeneralWidgetApply::aKindThatWasSwitchedOffAgainIsNotExpected()
     const DeviceSettings off = device(kind(false, false, false, true), kind(false, false, false, true));
     show(off);
     groups()->setChecked(true);
-    _widget->applyContentChanges();
+    apply();
     show(off);
     QVERIFY(texts("_groupsListWidget").first().startsWith(QStringLiteral("It was to be switched on")));
     groups()->setChecked(true);
     groups()->setChecked(false);
-    _widget->applyContentChanges();
+    apply();
     show(off);
     QCOMPARE(texts("_groupsListWidget").first(), QStringLiteral("Group quota is off"));
 }
@@ -448,7 +634,7 @@ void TestGeneralWidgetApply::byTheKeyboardAlone()
     const DeviceSettings settings = _module->written->deviceSettings.value(vda);
     QVERIFY(settings.groupSettings.quotaOn);
     QCOMPARE(settings.userSettings.blockGrace.days, 3U);
-    QCOMPARE(sorted(TouchedPart::of(*_module->written)->kinds), QVector<QuotaKind>({UserQuota, GroupQuota}));
+    QCOMPARE(editedKinds(*_module->written), QVector<int>({UserQuota, GroupQuota}));
 }
 
 QTEST_MAIN(TestGeneralWidgetApply)

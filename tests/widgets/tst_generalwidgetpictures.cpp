@@ -42,6 +42,8 @@ void TestGeneralWidgetPictures::picture_data()
         };
         row("on", one, "on", usual);
         row("off", one, "off", usual);
+        row("configured", one, "configured", usual);
+        row("dark", one, "dark", usual);
         row("own-quota", one, "own", usual);
         row("not-mounted", one, "unmounted", usual);
         row("long-names", longNames, "on", usual);
@@ -58,6 +60,10 @@ void TestGeneralWidgetPictures::picture()
     QFETCH(int, percent);
 
     const Picture::Scale scale(percent);
+    const QPalette before = QApplication::palette();
+    const auto restoring = qScopeGuard([&before] { QApplication::setPalette(before); });
+    if (state == QLatin1String("dark"))
+        QApplication::setPalette(QPalette(QColor(60, 60, 60), QColor(45, 45, 45)));
     RecordingModule module;
     EditedElement element(QStringLiteral("QuotaGeneralElement"), &module);
     GeneralWidget widget(&module, &everybodyMay);
@@ -65,20 +71,27 @@ void TestGeneralWidgetPictures::picture()
     widget.resize(size);
 
     GeneralData record;
-    DeviceSettings settings = state == QLatin1String("on")    ? fullQuota()
-                              : state == QLatin1String("own") ? ownQuota()
-                                                              : noQuota();
+    DeviceSettings settings = noQuota();
+    if (state == QLatin1String("on") || state == QLatin1String("dark"))
+        settings = fullQuota();
+    else if (state == QLatin1String("own"))
+        settings = ownQuota();
+    else if (state == QLatin1String("configured"))
+        settings = device(kind(true, true, false, true), kind(true, true, false, true));
+    settings.mountPoint = QStringLiteral("/home");
+    settings.size = 20ULL << 30;
     if (state == QLatin1String("unmounted")) {
         settings.filesystemType.clear();
+        settings.mountPoint.clear();
         settings.failures.append(QStringLiteral("Value special does not indicate on block device"));
     }
     for (const QString &name : devices)
         record.deviceSettings.insert(name, settings);
-    if (devices.isEmpty())
+    if (devices.isEmpty() || state == QLatin1String("configured"))
         record.params.insert(GeneralData::passedOverKey(),
-                             QStringList({QStringLiteral("/dev/sda1 (/): its file system is xfs"),
-                                          QStringLiteral("UUID=0b1c3f0e-5a5c-4a53-9f5c-1f7c6e1d2a4b (/srv): there is "
-                                                         "no such device")}));
+                             QStringList({QStringLiteral("/dev/sda1 on /: xfs, not ext2, ext3 or ext4"),
+                                          QStringLiteral("UUID=0b1c3f0e-5a5c-4a53-9f5c-1f7c6e1d2a4b on /srv: "
+                                                         "blkid finds no such device")}));
     widget.show();
     widget.afterSuccessfulRead(&element, &record);
     QVERIFY(QTest::qWaitForWindowExposed(&widget));

@@ -4,8 +4,7 @@
 #include "limitform.h"
 
 #include <abstractquotawidget.h>
-#include <localgroupquotamodule.h>
-#include <localuserquotamodule.h>
+#include <localquotamodules.h>
 #include <quotageneralmodule.h>
 #include <sandbox.h>
 #include <taskobserver.h>

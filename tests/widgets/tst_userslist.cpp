@@ -5,13 +5,15 @@
 #include "formwidget.h"
 
 #include <accountcolumn.h>
+#include <devicesbox.h>
 #include <elementtreeview.h>
+#include <generalwidget.h>
 #include <groupswidget.h>
+#include <localuserquotawidget.h>
 #include <treenodemodel.h>
 #include <userswidget.h>
 #include <userwidget.h>
 
-#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
@@ -19,6 +21,7 @@
 #include <QScrollBar>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -42,9 +45,18 @@ private Q_SLOTS:
     void columnsThatNeverHadRowsAreFittedAfterARestart();
     void theLastNameFitsItsColumn();
     void aListThatWasNeverShownSavesNothing();
+    void theGroupsHaveFiltersOfTheirOwn();
+    void allColumnsFitBesideTheTree();
     void theWarningStandsWhileTheDeviceHasNoQuota();
+    void theWarningFollowsTheRecords();
+    void theListIsReadAgainAfterAnUpdateThatItShows_data();
+    void theListIsReadAgainAfterAnUpdateThatItShows();
+    void theWarningIsDecidedByTheFirstAccount();
     void theDeviceSurvivesANewRead();
+    void aDeviceThatIsGoneStaysChosen();
+    void theBoxShowsMountPoints();
     void theCellsAreTheDevices();
+    void theNumbersOfARowAreWrittenAlike();
     void rowsThatWereThereFirstShowTheDeviceToo();
     void sortingIsByValueAndEmptyCellsAreLast_data();
     void sortingIsByValueAndEmptyCellsAreLast();
@@ -57,6 +69,9 @@ private Q_SLOTS:
     void furtherReadsAreForStaleContent();
     void paranoidListsAreAlwaysReadAgain();
     void theSelectionAndThePlaceSurviveANewRead();
+    void rowsThatGoForGoodAreNotRememberedForLater();
+    void rowsThatGoInSeveralRunsAreRememberedFromTheFirst();
+    void rowsThatComeInRunsShowTheDevice();
     void theMenuComesBelowThePointer();
     void theSelectedElementIsTold();
 
@@ -66,10 +81,11 @@ private:
     {
         return formWidget<Widget>(*_widget, name);
     }
-    QComboBox *devices() const { return find<QComboBox>("_devicesComboBox"); }
+    DevicesBox *devices() const { return find<DevicesBox>("_devicesComboBox"); }
     QListWidget *filters() const { return find<QListWidget>("_filtersListWidget"); }
     ElementTreeView *view() const { return find<ElementTreeView>("_elementTreeView"); }
     bool isWarned() const { return find<QLabel>("_warningLabel")->isVisible(); }
+    QString warning() const { return find<QLabel>("_warningLabel")->text(); }
     QString cell(int row, int column) const { return view()->model()->index(row, column).data().toString(); }
     QStringList names() const;
     QModelIndex rowOf(const QString &name) const;
@@ -230,7 +246,11 @@ void TestUsersList::theFiltersSurviveARestart()
     QCOMPARE(QSettings().value(QStringLiteral("filtersForQuota/QuotaUsersElement0")), QVariant(true));
     QCOMPARE(QSettings().value(QStringLiteral("filtersForQuota/QuotaUsersElement2")).toBool(), false);
     QCOMPARE(QSettings().value(QStringLiteral("filtersForQuota/QuotaUsersElement11")).toBool(), false);
-    QVERIFY(!QSettings().contains(QStringLiteral("filtersForQuota/QuotaUsersElement12")));
+    QStringList expected;
+    for (int filter = 0; filter < 12; ++filter)
+        expected += QStringLiteral("filtersForQuota/QuotaUsersElement%1").arg(filter);
+    expected.sort();
+    QCOMPARE(QSettings().allKeys().filter(QStringLiteral("filtersForQuota")), expected);
 
     makeWidget();
     _widget->read();
@@ -294,6 +314,52 @@ void TestUsersList::aListThatWasNeverShownSavesNothing()
     QCOMPARE(QSettings().value(QStringLiteral("filtersForQuota/QuotaUsersElement4")).toBool(), false);
 }
 
+void TestUsersList::theGroupsHaveFiltersOfTheirOwn()
+{
+    QSettings().setValue(QStringLiteral("filtersForQuota/QuotaUsersElement3"), false);
+    QSettings().setValue(QStringLiteral("filtersForQuota/QuotaGroupsElement5"), false);
+    GroupsElement groups(_module.get(), &everybodyMay);
+    auto list = std::make_unique<GroupsWidget>(_module.get(), &everybodyMay);
+    list->setElement(&groups);
+    list->read();
+    auto *filtersOfGroups = list->findChild<QListWidget *>(QStringLiteral("_filtersListWidget"));
+    QCOMPARE(filtersOfGroups->item(3)->checkState(), Qt::Checked);
+    QCOMPARE(filtersOfGroups->item(5)->checkState(), Qt::Unchecked);
+    filtersOfGroups->item(7)->setCheckState(Qt::Unchecked);
+    list.reset();
+    QCOMPARE(QSettings().allKeys().filter(QStringLiteral("filtersForQuota/QuotaGroupsElement")).size(), 12);
+    QCOMPARE(QSettings().value(QStringLiteral("filtersForQuota/QuotaGroupsElement7")), QVariant(false));
+    QCOMPARE(QSettings().value(QStringLiteral("filtersForQuota/QuotaGroupsElement8")), QVariant(true));
+    QVERIFY(!QSettings().contains(QStringLiteral("filtersForQuota/QuotaUsersElement7")));
+}
+
+/// In a window 1280 wide.
+void TestUsersList::allColumnsFitBesideTheTree()
+{
+    constexpr int roomBesideTheTree = 990;
+    _widget->resize(roomBesideTheTree, 400);
+    _widget->read();
+    DeviceQuota full = limits(1023 * MiB + 512 * KiB, 2 * GiB, 120000, 150000);
+    full.usedBlocks = size(1500 * MiB);
+    full.usedInodes = 123456;
+    full.blocksTimeToForce = full.inodesTimeToForce = QDateTime(QDate(2026, 12, 1), QTime(0, 0));
+    AccountList::replace(*_users,
+                         {AccountList::user(_module.get(), QStringLiteral("annemarie"), 1001, {{_first, full}})});
+    AccountList::tellDevices(*_widget, {_first});
+    const QHeaderView *header = view()->header();
+    const QString time = QStringLiteral("01.12.2026 00:00");
+    QTRY_VERIFY(header->sectionSize(AccountColumn::BlocksTimeToForce) >= view()->fontMetrics().horizontalAdvance(time));
+    QVERIFY2(header->length() <= view()->viewport()->width(), qPrintable(QString::number(header->length())));
+    for (int column = 0; column < AccountColumn::Count; ++column) {
+        const QModelIndex index = view()->model()->index(0, column);
+        QVERIFY2(header->sectionSize(column) >= view()->sizeHintForIndex(index).width(), qPrintable(cell(0, column)));
+    }
+    QCOMPARE(view()->model()->headerData(AccountColumn::BlocksTimeToForce, Qt::Horizontal).toString(),
+             QStringLiteral("Blocks\ntime to\nforce"));
+    QCOMPARE(_users->headerData(AccountColumn::BlocksTimeToForce, Qt::Horizontal, Qt::DisplayRole).toString(),
+             QStringLiteral("Blocks time to force"));
+}
+
 void TestUsersList::theWarningStandsWhileTheDeviceHasNoQuota()
 {
     _widget->read();
@@ -313,6 +379,85 @@ void TestUsersList::theWarningStandsWhileTheDeviceHasNoQuota()
     QVERIFY2(isWarned(), "the first account has no record for the device");
 }
 
+void TestUsersList::theWarningFollowsTheRecords()
+{
+    DeviceQuota off = noLimits();
+    off.kindIsOn = false;
+    _widget->read();
+    UserElement *anna = AccountList::user(_module.get(), QStringLiteral("anna"), 1, {{_first, off}});
+    AccountList::replace(*_users, {anna});
+    AccountList::tellDevices(*_widget, {_first});
+    QVERIFY(isWarned());
+    // Quotas came on with an Apply on the account's own page; then the list is shown again.
+    anna->setRecord(std::make_unique<UserData>(account({{_first, noLimits()}}, QStringLiteral("anna"), 1)));
+    _widget->read();
+    QVERIFY(!isWarned());
+}
+
+void TestUsersList::theListIsReadAgainAfterAnUpdateThatItShows_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<bool>("isOn");
+    QTest::addColumn<bool>("isReadAgain");
+    QTest::newRow("general settings") << QStringLiteral("general") << true << true;
+    QTest::newRow("limits of a row") << QStringLiteral("user") << true << false;
+    QTest::newRow("limits that switched quotas on") << QStringLiteral("user") << false << true;
+    QTest::newRow("limits of the console's own user") << QStringLiteral("local") << true << true;
+}
+
+void TestUsersList::theListIsReadAgainAfterAnUpdateThatItShows()
+{
+    QFETCH(QString, page);
+    QFETCH(bool, isOn);
+    QFETCH(bool, isReadAgain);
+    using Content = ContainerElement::Content;
+    EditedElement computer(QStringLiteral("LocalComputer"), _module.get());
+    auto *general = new EditedElement(QStringLiteral("QuotaGeneralElement"), _module.get());
+    auto *users = new UsersElement(_module.get(), &everybodyMay);
+    auto *groups = new GroupsElement(_module.get(), &everybodyMay);
+    computer.append(general);
+    general->append({users, groups});
+    users->setContent(Content::Read);
+    auto *user = new EditedElement(QStringLiteral("QuotaUserElement"), _module.get());
+    users->append(user);
+
+    DeviceQuota quota = noLimits();
+    quota.kindIsOn = isOn;
+    UserData record = account({{_first, quota}});
+    std::unique_ptr<ViewEditElementWidget> editor;
+    if (page == QLatin1String("general")) {
+        editor = std::make_unique<GeneralWidget>(_module.get(), &everybodyMay);
+        editor->setElement(general);
+    } else {
+        if (page == QLatin1String("user"))
+            editor = std::make_unique<UserWidget>(_module.get(), &everybodyMay);
+        else
+            editor = std::make_unique<LocalUserQuotaWidget>(_module.get(), &everybodyMay);
+        editor->setElement(user);
+        editor->afterSuccessfulRead(user, &record);
+    }
+    editor->afterSuccessfulUpdate();
+    QCOMPARE(users->content(), isReadAgain ? Content::Stale : Content::Read);
+    QCOMPARE(groups->content(), Content::NeverRead); // and so it is read anyway
+}
+
+void TestUsersList::theWarningIsDecidedByTheFirstAccount()
+{
+    _widget->read();
+    DeviceQuota off = noLimits();
+    off.kindIsOn = false;
+    const auto showTwo = [this](const DeviceQuota &first, const DeviceQuota &second) {
+        AccountList::replace(*_users,
+                             {AccountList::user(_module.get(), QStringLiteral("anna"), 1, {{_first, first}}),
+                              AccountList::user(_module.get(), QStringLiteral("berta"), 2, {{_first, second}})});
+        AccountList::tellDevices(*_widget, {_first});
+    };
+    showTwo(off, noLimits());
+    QVERIFY(isWarned());
+    showTwo(noLimits(), off);
+    QVERIFY(!isWarned());
+}
+
 void TestUsersList::theDeviceSurvivesANewRead()
 {
     showThree();
@@ -320,10 +465,46 @@ void TestUsersList::theDeviceSurvivesANewRead()
     showThree();
     QCOMPARE(devices()->currentText(), _second);
     QTRY_COMPARE(cell(0, AccountColumn::SoftBlockLimit), QStringLiteral("5 Kb"));
-    AccountList::tellDevices(*_widget, {QStringLiteral("/dev/c"), _first});
-    QCOMPARE(devices()->currentText(), QStringLiteral("/dev/c"));
+}
+
+/// What is read on from the list would else be of another device.
+void TestUsersList::aDeviceThatIsGoneStaysChosen()
+{
+    showThree();
+    devices()->setCurrentText(_second);
+    const QString usual = warning();
+    AccountList::tellDevices(*_widget, {_first});
+    QCOMPARE(devices()->currentText(), _second);
+    QVERIFY(devices()->isAbsent());
+    QVERIFY(isWarned());
+    QCOMPARE(warning(), QStringLiteral("/dev/b was not there at the last read."));
     AccountList::tellDevices(*_widget, {});
-    QCOMPARE(devices()->count(), 0);
+    QCOMPARE(devices()->currentText(), _second);
+    QCOMPARE(devices()->count(), 1);
+
+    AccountList::tellDevices(*_widget, {_first});
+    devices()->setCurrentText(_first);
+    QVERIFY(!isWarned());
+    QTRY_COMPARE(cell(0, AccountColumn::SoftBlockLimit), QStringLiteral("1 Gb"));
+    devices()->setCurrentText(_second);
+    AccountList::tellDevices(*_widget, {_first, _second});
+    QVERIFY(!devices()->isAbsent());
+    QVERIFY(!isWarned());
+    QCOMPARE(warning(), usual);
+    QTRY_COMPARE(cell(0, AccountColumn::SoftBlockLimit), QStringLiteral("5 Kb"));
+}
+
+void TestUsersList::theBoxShowsMountPoints()
+{
+    _widget->read();
+    DeviceQuota home = noLimits();
+    home.mountPoint = QStringLiteral("/home");
+    AccountList::replace(*_users, {AccountList::user(_module.get(), QStringLiteral("anna"), 1,
+                                                     {{_first, home}, {_second, noLimits()}})});
+    AccountList::tellDevices(*_widget, {_first, _second});
+    QCOMPARE(devices()->currentText(), _first);
+    QCOMPARE(devices()->label(devices()->model()->index(0, 0)), QStringLiteral("/dev/a (/home)"));
+    QCOMPARE(devices()->label(devices()->model()->index(1, 0)), _second);
 }
 
 void TestUsersList::theCellsAreTheDevices()
@@ -334,6 +515,28 @@ void TestUsersList::theCellsAreTheDevices()
     devices()->setCurrentText(_second);
     QCOMPARE(cell(0, AccountColumn::SoftBlockLimit), QStringLiteral("5 Kb"));
     QTRY_COMPARE(changes.count(), 1);
+}
+
+void TestUsersList::theNumbersOfARowAreWrittenAlike()
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    _widget->read();
+    DeviceQuota quota = limits(1023 * KiB, GiB + 512 * MiB, 12345);
+    AccountList::replace(*_users, {AccountList::user(_module.get(), QStringLiteral("anna"), 1, {{_first, quota}})});
+    AccountList::tellDevices(*_widget, {_first});
+    const auto shown = [this](int column, int role) {
+        const QVariant value = view()->model()->index(0, column).data(role);
+        return qobject_cast<QStyledItemDelegate *>(view()->itemDelegate())->displayText(value, QLocale());
+    };
+    QStringList texts;
+    for (const int column :
+         {AccountColumn::SoftBlockLimit, AccountColumn::HardBlockLimit, AccountColumn::SoftInodeLimit})
+        for (const int role : {Qt::DisplayRole, Qt::ToolTipRole})
+            texts += shown(column, role);
+    QLocale::setDefault(before);
+    QCOMPARE(texts, QStringList({QStringLiteral("1.023 Kb"), QStringLiteral("1.023 Kb"), QStringLiteral("1,5 Gb"),
+                                 QStringLiteral("1,5 Gb"), QStringLiteral("12.345"), QStringLiteral("12.345")}));
 }
 
 void TestUsersList::rowsThatWereThereFirstShowTheDeviceToo()
@@ -510,6 +713,50 @@ void TestUsersList::theSelectionAndThePlaceSurviveANewRead()
     readMany(400); // it is gone
     QCoreApplication::processEvents();
     QVERIFY(view()->selectionModel()->selectedIndexes().isEmpty());
+}
+
+void TestUsersList::rowsThatGoForGoodAreNotRememberedForLater()
+{
+    showThree();
+    QCoreApplication::processEvents();
+    view()->setCurrentIndex(rowOf(QStringLiteral("anna")));
+    delete _users->childNodes().at(0); // root
+    QCoreApplication::processEvents();
+    QCOMPARE(view()->currentIndex(), rowOf(QStringLiteral("anna")).siblingAtColumn(view()->currentIndex().column()));
+    // The administrator moves on, and later somebody adds an account.
+    view()->setCurrentIndex(rowOf(QStringLiteral("Berta")));
+    _users->append(AccountList::user(_module.get(), QStringLiteral("carl"), 1002, {{_first, noLimits()}}));
+    QCoreApplication::processEvents();
+    QCOMPARE(view()->currentIndex().siblingAtColumn(AccountColumn::Name).data().toString(), QStringLiteral("Berta"));
+}
+
+void TestUsersList::rowsThatGoInSeveralRunsAreRememberedFromTheFirst()
+{
+    showThree();
+    QCoreApplication::processEvents();
+    view()->setCurrentIndex(rowOf(QStringLiteral("anna")));
+    delete _users->childNodes().at(2); // anna, and with her the current row
+    delete _users->childNodes().at(0);
+    _users->append(AccountList::user(_module.get(), QStringLiteral("anna"), 1001, {{_first, noLimits()}}));
+    QCoreApplication::processEvents();
+    QCOMPARE(view()->currentIndex().siblingAtColumn(AccountColumn::Name).data().toString(), QStringLiteral("anna"));
+}
+
+void TestUsersList::rowsThatComeInRunsShowTheDevice()
+{
+    showThree();
+    devices()->setCurrentText(_second);
+    const auto limited = [this](const QString &name) {
+        return AccountList::user(_module.get(), name, 1002, {{_first, limits(KiB, 0)}, {_second, limits(3 * KiB, 0)}});
+    };
+    _users->append(limited(QStringLiteral("carl")));
+    _users->append({limited(QStringLiteral("dora")), limited(QStringLiteral("emil"))});
+    QCoreApplication::processEvents();
+    const int column = AccountColumn::SoftBlockLimit;
+    const QString shown = rowOf(QStringLiteral("carl")).siblingAtColumn(column).data().toString();
+    QVERIFY2(shown.contains(QLatin1Char('3')), qPrintable(shown));
+    for (const char *name : {"dora", "emil"})
+        QCOMPARE(rowOf(QLatin1String(name)).siblingAtColumn(column).data().toString(), shown);
 }
 
 void TestUsersList::theMenuComesBelowThePointer()

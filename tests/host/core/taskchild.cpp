@@ -91,9 +91,10 @@ void startThree()
     static std::promise<void> started;
     static std::promise<void> givenUp;
     auto *running = new NotingTask(QStringLiteral("running"), false);
-    running->inRun = [] {
+    running->inRun = [running] {
         started.set_value();
         givenUp.get_future().wait();
+        note(running->isCancelled() ? QStringLiteral("asked to stop") : QStringLiteral("asked for nothing"));
     };
     auto *waiting = new NotingTask(QStringLiteral("read"), false);
     waiting->inDestructor = [] { givenUp.set_value(); };

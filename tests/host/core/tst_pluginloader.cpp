@@ -138,7 +138,10 @@ void TestPluginLoader::saysWhyAPluginIsNotAttached_data()
         << QStringLiteral("The plug-in %1 threw an exception when it was asked whether it can work here: "
                           "kra-no-such-program: could not be started: ");
     QTest::newRow("isValid() says no") << QStringLiteral("invalid") << State::Invalid
-                                       << QStringLiteral("The plug-in %1 cannot work here.");
+                                       << QStringLiteral("The plug-in %1 cannot work here: not found");
+    QTest::newRow("two modules of one name")
+        << QStringLiteral("samenames") << State::Invalid
+        << QStringLiteral("The plug-in %1 brings the module \"TwiceModule\", and there is one of that name already.");
 }
 
 void TestPluginLoader::saysWhyAPluginIsNotAttached()
@@ -203,7 +206,7 @@ void TestPluginLoader::loadsAFolderInTheOrderOfItsNames()
         names.append(QFileInfo(record.fileName).completeBaseName());
     }
     QCOMPARE(names, (QStringList{QStringLiteral("broken"), QStringLiteral("foreign"), QStringLiteral("invalid"),
-                                 QStringLiteral("noplugin"), QStringLiteral("plain"),
+                                 QStringLiteral("noplugin"), QStringLiteral("plain"), QStringLiteral("samenames"),
                                  QStringLiteral("throwsinconstructor"), QStringLiteral("throwsinisvalid"),
                                  QStringLiteral("throwsnumber"), QStringLiteral("unresolved")}));
 }
@@ -211,7 +214,7 @@ void TestPluginLoader::loadsAFolderInTheOrderOfItsNames()
 void TestPluginLoader::goesOnAfterEveryBadPlugin()
 {
     _loader->loadFolder(sampleFile(QStringLiteral("hostile")));
-    QCOMPARE(_loader->records().size(), std::size_t(9));
+    QCOMPARE(_loader->records().size(), std::size_t(10));
     for (const PluginRecord &record : _loader->records())
         QVERIFY2(record.state != State::Attached, qPrintable(record.fileName));
     QCOMPARE(load(sampleFile(noteFile)).state, State::Attached);

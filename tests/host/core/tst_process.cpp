@@ -4,16 +4,32 @@
 #include <appexception.h>
 #include <process.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
 #include <cerrno>
 #include <thread>
 
 #include <signal.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 Q_DECLARE_METATYPE(ProcessResult)
+
+namespace
+{
+bool killsNothing = false;
+} // namespace
+
+/// Takes the place of the C library's for the libraries, too. While it kills nothing, every program is one that sits in
+/// a call that the kernel does not interrupt.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): its parameters bear names that are reserved
+extern "C" Q_DECL_EXPORT int kill(pid_t pid, int signal) noexcept
+{
+    return killsNothing && signal == SIGKILL ? 0 : static_cast<int>(syscall(SYS_kill, pid, signal));
+}
 
 namespace
 {
@@ -21,6 +37,7 @@ namespace
 constexpr int startWait = 10000;
 constexpr int finishWait = 10000;
 constexpr int shortWait = 300;
+constexpr int longEnoughToPrint = 3000;
 
 ProcessResult runShell(const QString &script, int wait = finishWait,
                        Process::Messages messages = Process::Messages::AsUser)
@@ -37,6 +54,13 @@ pid_t printedPid(const ProcessResult &result)
 bool exists(pid_t pid)
 {
     return kill(pid, 0) == 0 || errno != ESRCH;
+}
+
+/// Neither gone nor a zombie.
+bool isRunning(pid_t pid)
+{
+    QFile state(QStringLiteral("/proc/%1/stat").arg(pid));
+    return state.open(QIODevice::ReadOnly) && !state.readAll().contains(") Z ");
 }
 
 /// Sets a variable of this process's environment for one test.
@@ -80,7 +104,12 @@ private Q_SLOTS:
     void missingProgramIsNotStarted();
     void fileWithoutTheRightToRunIsNotStarted();
     void killsAndReapsWhatHangs();
-    void grandchildThatHoldsThePipesBlocksNothing();
+    void killsWhatTheProgramStarted();
+    void programThatCannotBeKilledIsLeftBehindWhereItOnlyReads();
+    void keepsABoundedOutput();
+    void handsNoDescriptorDown();
+    void saysWhichProgramRuns();
+    void aCancelledTaskEndsWhatOnlyReads();
     void orphanThatHoldsThePipesBlocksNothing();
     void tellsACrash();
     void takesMegabytesOnBothChannels();
@@ -161,14 +190,79 @@ void TestProcess::killsAndReapsWhatHangs()
     QVERIFY(!exists(pid));
 }
 
-void TestProcess::grandchildThatHoldsThePipesBlocksNothing()
+void TestProcess::killsWhatTheProgramStarted()
 {
-    const ProcessResult result = runShell(QStringLiteral("sleep 600 & echo $!; wait"), shortWait);
+    const ProcessResult result = runShell(QStringLiteral("sleep 600 & echo $!; wait"), longEnoughToPrint);
     QCOMPARE(result.end, ProcessResult::End::TimedOut);
     const pid_t grandchild = printedPid(result);
     QVERIFY(grandchild > 0);
-    QVERIFY2(exists(grandchild), "the grandchild was still there, holding the pipes, when the call came back");
-    kill(grandchild, SIGKILL);
+    QTRY_VERIFY(!isRunning(grandchild));
+}
+
+void TestProcess::programThatCannotBeKilledIsLeftBehindWhereItOnlyReads()
+{
+    const QStringList arguments{QStringLiteral("-c"), QStringLiteral("echo $$; exec sleep 600")};
+    killsNothing = true;
+    const ProcessResult result = Process::run(QStringLiteral("sh"), arguments, startWait, longEnoughToPrint,
+                                              Process::Messages::AsUser, Process::Effect::ReadsOnly);
+    killsNothing = false;
+    QCOMPARE(result.end, ProcessResult::End::TimedOut);
+    const pid_t pid = printedPid(result);
+    QVERIFY(pid > 0);
+    QVERIFY(isRunning(pid));
+    kill(pid, SIGKILL);
+    QTRY_VERIFY(!isRunning(pid));
+}
+
+void TestProcess::keepsABoundedOutput()
+{
+    const ProcessResult result =
+        runShell(QStringLiteral("head -c 20000000 /dev/zero & head -c 8388608 /dev/zero >&2; wait"));
+    QVERIFY(result.succeeded());
+    QCOMPARE(result.standardOutput.size(), Process::MaximumOutput);
+    QCOMPARE(result.standardError.size(), Process::MaximumOutput);
+    QVERIFY(result.isOutputCut);
+    QCOMPARE(Process::describe(QStringLiteral("head"), {}, result),
+             QStringLiteral("head: exit code 0, of its output the first 8 MiB are kept"));
+    QVERIFY(!runShell(QStringLiteral("head -c 8388608 /dev/zero")).isOutputCut);
+}
+
+void TestProcess::handsNoDescriptorDown()
+{
+    const int open = dup2(STDIN_FILENO, 77); // not closed when a program is run
+    QCOMPARE(open, 77);
+    const ProcessResult result = runShell(QStringLiteral("ls /proc/self/fd"));
+    close(open);
+    // Those of ls: the standard ones, and the folder that it lists.
+    QCOMPARE(result.standardOutput.split('\n'), (QByteArrayList{"0", "1", "2", "3", ""}));
+}
+
+void TestProcess::saysWhichProgramRuns()
+{
+    QStringList calls;
+    {
+        const ProcessWatch outer([&](const QString &call) { calls.append(call); }, [] { return false; });
+        {
+            const ProcessWatch inner([](const QString &) {}, [] { return false; });
+            Process::simpleStart(QStringLiteral("true"), {}, true);
+        }
+        Process::simpleStart(QStringLiteral("true"), {QStringLiteral("a b"), QStringLiteral("c")}, true);
+    }
+    Process::simpleStart(QStringLiteral("true"), {}, true);
+    QCOMPARE(calls, QStringList{QStringLiteral("true \"a b\" c")});
+}
+
+void TestProcess::aCancelledTaskEndsWhatOnlyReads()
+{
+    std::atomic_bool cancelled{false};
+    const ProcessWatch watch([&](const QString &) { cancelled = true; }, [&] { return cancelled.load(); });
+    const QStringList arguments{QStringLiteral("-c"), QStringLiteral("exec sleep 600")};
+    QCOMPARE(Process::run(QStringLiteral("sh"), arguments, startWait, Process::NoLimit, Process::Messages::AsUser,
+                          Process::Effect::ReadsOnly)
+                 .end,
+             ProcessResult::End::TimedOut);
+    // What changes the machine is run to its end.
+    QVERIFY(Process::run(QStringLiteral("sleep"), {QStringLiteral("0.5")}, startWait, Process::NoLimit).succeeded());
 }
 
 void TestProcess::orphanThatHoldsThePipesBlocksNothing()

@@ -1,35 +1,32 @@
 // SPDX-FileCopyrightText: 2026 The kra authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "toys.h"
+#include "pagefixture.h"
 
-#include <elementpages.h>
 #include <elementtreeview.h>
 #include <treenodemodel.h>
 
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
-#include <QProgressBar>
 #include <QScrollArea>
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
-#include <QToolButton>
 
 using namespace toys;
 
 Q_DECLARE_METATYPE(Element *)
 
-class ElementPagesTest : public QObject
+class ElementPagesTest : public QObject, private PageFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { qRegisterMetaType<Element *>("Element*"); }
-    void init();
+    void init() { setUp(); }
     void cleanup();
 
     void showsTheHeadOfAnElement();
@@ -51,7 +48,6 @@ private Q_SLOTS:
     void leavingUnchangedAsksNothing();
     void stayKeepsThePage();
     void discardLeavesAndForgets();
-    void applyLeavesAfterWriting();
     void applyThatIsRefusedStays();
     void mayLeaveDiscardsByReadingAnew();
     void questionStandsOverItsWindow();
@@ -59,27 +55,16 @@ private Q_SLOTS:
     void refreshReadsTheEditorAgain();
     void refreshOfAContainerMarksItStale();
     void refreshAsksWhenChangesWouldBeLost();
-    void busyBarShowsWhileATaskRuns();
-    void failureIsSaidUntilSuccess();
-    void failedWriteIsSaidThoughTheReadAfterItSucceeds();
-    void messageCanBeHidden();
-    void longMessageScrolls();
-    void messageBelongsToItsElement();
+    void focusStaysOnThePageThatFollows();
+    void elementThatMayNotBeChangedIsShown();
     void currentElementIsFoundAgainAfterARead();
     void currentElementIsFoundAgainThoughTheViewMovedOn();
     void elementBelowAReplacedOneIsFoundAgain();
     void parentBecomesCurrentWhenItIsGone();
     void elementThatComesLaterInATaskIsAwaited();
-    void lostChangesAreSaid();
 
 private:
     void answer(QMessageBox::StandardButton button);
-    void runTask(TaskDescription::TaskStatus status, const QString &message, bool changes, Element *of = nullptr)
-    {
-        QSignalSpy finished(TaskObserver::instance(), &TaskObserver::taskFinished);
-        TaskObserver::instance()->performTask(new ToyTask(of ? of : anna, status, message, changes));
-        QTRY_COMPARE(finished.count(), 1);
-    }
     void change()
     {
         QVERIFY(pages->setCurrentElement(anna));
@@ -88,59 +73,14 @@ private:
         QVERIFY(pages->canApply());
         module->asked.clear();
     }
-    template<typename Widget>
-    Widget *part(const char *name) const
-    {
-        return pages->findChild<Widget *>(QLatin1String(name));
-    }
     QTabWidget *tabs() const { return part<QTabWidget>("pageTabs"); }
-    QString message() const
-    {
-        const auto *label = part<QLabel>("pageMessage");
-        return label->isVisibleTo(pages.get()) ? label->text() : QString();
-    }
-
-    std::unique_ptr<ToyModule> module;
-    std::unique_ptr<Container> list;
-    Ordinary *anna = nullptr;
-    Ordinary *bob = nullptr;
-    Editor *editor = nullptr;
-    Editor *extraEditor = nullptr;
-    std::unique_ptr<ElementPages> pages;
     QStringList questions;
 };
 
-void ElementPagesTest::init()
-{
-    module = std::make_unique<ToyModule>();
-    list = std::make_unique<Container>(module.get(), QStringLiteral("list"));
-    list->setContent(ContainerElement::Content::Read);
-    anna = new Ordinary(module.get(), QStringLiteral("anna"));
-    bob = new Ordinary(module.get(), QStringLiteral("bob"));
-    anna->setText(QStringLiteral("about anna"));
-    bob->setText(QStringLiteral("about bob"));
-    list->append({anna, bob});
-    editor = new Editor(module.get());
-    module->insertElementWidget(editor);
-    extraEditor = new Editor(module.get(), mayAll, QStringLiteral("ToySupplement"));
-    extraEditor->setOwnerType(QStringLiteral("Toy"));
-    extraEditor->setOrder(800);
-    extraEditor->setWindowTitle(QStringLiteral("Extra"));
-    module->insertElementWidget(extraEditor);
-    module->connectElementWidgets();
-    pages = std::make_unique<ElementPages>();
-    pages->resize(600, 400);
-    pages->show();
-    QVERIFY(QTest::qWaitForWindowExposed(pages.get()));
-    questions.clear();
-}
-
 void ElementPagesTest::cleanup()
 {
-    QTRY_VERIFY(!TaskObserver::instance()->isBusy());
-    pages.reset();
-    list.reset();
-    module.reset();
+    questions.clear();
+    takeDown();
 }
 
 /// Answers the next question.
@@ -417,17 +357,6 @@ void ElementPagesTest::discardLeavesAndForgets()
     QVERIFY(!pages->canApply());
 }
 
-void ElementPagesTest::applyLeavesAfterWriting()
-{
-    change();
-    answer(QMessageBox::Save);
-    QVERIFY(pages->setCurrentElement(bob));
-    QCOMPARE(pages->currentElement(), static_cast<Element *>(bob));
-    QCOMPARE(module->asked.front().type, OperationType::Write);
-    QCOMPARE(module->asked.front().operation, static_cast<ContextOperation *>(anna));
-    QCOMPARE(module->written->text, QStringLiteral("mine"));
-}
-
 void ElementPagesTest::applyThatIsRefusedStays()
 {
     change();
@@ -515,107 +444,76 @@ void ElementPagesTest::refreshAsksWhenChangesWouldBeLost()
     QVERIFY(!pages->canApply());
 }
 
-void ElementPagesTest::busyBarShowsWhileATaskRuns()
+void ElementPagesTest::focusStaysOnThePageThatFollows()
 {
-    class Waiting : public ElementTask
+    QWidget window;
+    auto *search = new QLineEdit(&window); // what would have the focus next
+    pages->setParent(&window);
+    window.show();
+    pages->show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const auto isOnThePage = [this] {
+        const QWidget *focused = QApplication::focusWidget();
+        return focused == pages.get() || pages->isAncestorOf(focused);
+    };
+    pages->setCurrentElement(anna);
+    editor->afterSuccessfulRead(anna, anna->record());
+    editor->line->setFocus();
+    editor->blockEditWidget(true);
+    QVERIFY(isOnThePage());
+    editor->blockEditWidget(false);
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(editor->line));
+
+    auto *listEditor = new ListEditor(module.get());
+    listEditor->setFocusPolicy(Qt::StrongFocus);
+    module->insertElementWidget(listEditor);
+    pages->setCurrentElement(list.get());
+    QVERIFY(isOnThePage());
+    listEditor->setFocus();
+    pages->setCurrentElement(bob); // as Enter on its row does
+    QVERIFY(isOnThePage());
+    search->setFocus();
+    pages->setCurrentElement(list.get());
+    QVERIFY2(search->hasFocus(), "the page takes the focus from no other part of the window");
+    pages->setParent(nullptr);
+}
+
+void ElementPagesTest::elementThatMayNotBeChangedIsShown()
+{
+    class Locked : public OrdinaryElement
     {
     public:
-        Waiting(Element *of, QSemaphore &semaphore)
-            : ElementTask(of)
-            , _semaphore(semaphore)
+        explicit Locked(Module *of)
+            : OrdinaryElement(QStringLiteral("Toy"), QString(), QStringLiteral("locked"), of, mayNothing, Place::Child)
         {}
-        void run() override
-        {
-            _semaphore.acquire();
-            ElementTask::run();
-        }
-
-    private:
-        QSemaphore &_semaphore;
     };
-    QSemaphore semaphore;
+    auto *locked = new Locked(module.get());
+    auto record = std::make_unique<ElementData>();
+    record->text = QStringLiteral("can be read");
+    locked->setRecord(std::move(record));
+    list->append(locked);
+    pages->setCurrentElement(locked);
+    editor->afterSuccessfulRead(locked, locked->record());
+    QCOMPARE(editor->line->text(), QStringLiteral("can be read"));
+    QVERIFY(!editor->isEditable());
+    QVERIFY(!editor->line->isEnabled());
+    editor->type(QStringLiteral("mine"));
+    QVERIFY(!pages->canApply());
     pages->setCurrentElement(anna);
-    const auto *bar = part<QProgressBar>("pageBusyBar");
-    QVERIFY(!bar->isVisible());
-    TaskObserver::instance()->performTask(new Waiting(anna, semaphore));
-    QVERIFY(bar->isVisible());
-    QCOMPARE(bar->maximum(), 0);
-    pages->setCurrentElement(bob);
-    QVERIFY(!bar->isVisible());
-    pages->setCurrentElement(anna);
-    QVERIFY(bar->isVisible());
-    semaphore.release();
-    QTRY_VERIFY(!bar->isVisible());
-}
-
-void ElementPagesTest::failureIsSaidUntilSuccess()
-{
-    pages->setCurrentElement(anna);
-    runTask(TaskDescription::Failed, QStringLiteral("no <such> device"), false);
-    QTRY_COMPARE(message(), QStringLiteral("no <such> device"));
-    QVERIFY(part<QLabel>("pageMessage")->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
-    QCOMPARE(part<QLabel>("pageMessage")->textFormat(), Qt::PlainText);
-    runTask(TaskDescription::Failed, QStringLiteral("worse"), false);
-    QTRY_COMPARE(message(), QStringLiteral("worse"));
-    runTask(TaskDescription::Succeeded, QString(), false);
-    QTRY_COMPARE(message(), QString());
-    runTask(TaskDescription::Failed, QString(), false);
-    QTRY_VERIFY(message().contains(QStringLiteral("Toy task")));
-}
-
-void ElementPagesTest::failedWriteIsSaidThoughTheReadAfterItSucceeds()
-{
-    pages->setCurrentElement(anna);
-    runTask(TaskDescription::Failed, QStringLiteral("disk full"), true);
-    runTask(TaskDescription::Succeeded, QString(), false);
-    QCOMPARE(message(), QStringLiteral("disk full"));
-    runTask(TaskDescription::Succeeded, QString(), true);
-    QCOMPARE(message(), QString());
-    runTask(TaskDescription::Failed, QStringLiteral("disk full"), true);
-    pages->refresh();
-    QCOMPARE(message(), QString());
-}
-
-void ElementPagesTest::messageCanBeHidden()
-{
-    pages->setCurrentElement(anna);
-    runTask(TaskDescription::Failed, QStringLiteral("disk full"), true);
-    QCOMPARE(message(), QStringLiteral("disk full"));
-    part<QToolButton>("pageMessageClose")->click();
-    QCOMPARE(message(), QString());
-}
-
-void ElementPagesTest::longMessageScrolls()
-{
-    pages->setCurrentElement(anna);
-    runTask(TaskDescription::Failed, QStringLiteral("short"), false);
-    const auto *label = part<QLabel>("pageMessage");
-    const int shortHeight = label->height();
-    runTask(TaskDescription::Failed, QStringLiteral("a device that could not be read\n").repeated(200), false);
-    QTRY_VERIFY(label->height() > pages->height());
-    QVERIFY(label->parentWidget()->height() < pages->height() / 2);
-    QVERIFY(label->parentWidget()->height() > shortHeight);
-    QVERIFY(editor->isVisible());
-}
-
-void ElementPagesTest::messageBelongsToItsElement()
-{
-    pages->setCurrentElement(bob);
-    runTask(TaskDescription::Failed, QStringLiteral("anna's"), false);
-    QCOMPARE(message(), QString());
-    pages->setCurrentElement(anna);
-    QCOMPARE(message(), QStringLiteral("anna's"));
+    editor->afterSuccessfulRead(anna, anna->record());
+    QVERIFY(editor->isEditable());
 }
 
 void ElementPagesTest::currentElementIsFoundAgainAfterARead()
 {
     pages->setCurrentElement(anna);
+    anna->setTitle(QStringLiteral("hannah"));
     QSignalSpy current(pages.get(), &ElementPages::currentElementChanged);
     list->clearDelete();
     QVERIFY(!pages->currentElement());
-    auto *again = new Ordinary(module.get(), QStringLiteral("anna"));
-    list->append({new Container(module.get(), QStringLiteral("anna")),
-                  new Ordinary(module.get(), QStringLiteral("eve")), again});
+    auto *again = new Ordinary(module.get(), QStringLiteral("hannah"));
+    list->append({new Container(module.get(), QStringLiteral("hannah")),
+                  new Ordinary(module.get(), QStringLiteral("anna")), again});
     QTRY_COMPARE(pages->currentElement(), static_cast<Element *>(again));
     QCOMPARE(current.count(), 1);
     QCOMPARE(editor->element(), static_cast<Element *>(again));
@@ -710,17 +608,6 @@ void ElementPagesTest::elementThatComesLaterInATaskIsAwaited()
     list->clearDelete();
     QTRY_VERIFY(again);
     QTRY_COMPARE(pages->currentElement(), again);
-}
-
-void ElementPagesTest::lostChangesAreSaid()
-{
-    change();
-    list->clearDelete();
-    auto *again = new Ordinary(module.get(), QStringLiteral("anna"));
-    list->append(again);
-    QTRY_COMPARE(pages->currentElement(), static_cast<Element *>(again));
-    QVERIFY(message().contains(QStringLiteral("lost")));
-    QVERIFY(questions.isEmpty());
 }
 
 QTEST_MAIN(ElementPagesTest)

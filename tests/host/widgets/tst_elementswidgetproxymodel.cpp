@@ -129,6 +129,7 @@ private Q_SLOTS:
     void parentsOfMatchingRowsAreShown();
     void variantShowsFlaggedRowsOnly();
     void variantChangeIsSeenOnceTheLoopTurns();
+    void changedDataMovesRows_data();
     void changedDataMovesRows();
     void changeOfOrderIsOneLayoutChange();
     void unchangedOrderIsNoChange();
@@ -148,6 +149,12 @@ private Q_SLOTS:
     void behavesLikeTheStraightforward();
 
 private:
+    /// A turn of the event loop for each slice, and one more.
+    static void turnLoop(int turns)
+    {
+        for (int turn = 0; turn <= turns; ++turn)
+            QCoreApplication::processEvents();
+    }
     Row *add(TreeNode *parent, const QString &title, const QVariant &number = {}, const QDateTime &date = {})
     {
         Row *row = make(title, number, date);
@@ -329,14 +336,27 @@ void ElementsWidgetProxyModelTest::variantChangeIsSeenOnceTheLoopTurns()
     QCOMPARE(layouts.count(), 1);
 }
 
+void ElementsWidgetProxyModelTest::changedDataMovesRows_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::newRow("first of the changed columns") << int(NameColumn);
+    QTest::newRow("between them") << int(NumberColumn);
+    QTest::newRow("last of them") << int(DateColumn);
+}
+
 void ElementsWidgetProxyModelTest::changedDataMovesRows()
 {
-    Row *first = add(root.get(), QStringLiteral("first"), 1);
-    add(root.get(), QStringLiteral("second"), 2);
-    proxy->sort(NumberColumn);
-    first->number = 3;
-    first->nodeDataChanged();
-    QTRY_COMPARE(titles(*proxy), list({"second", "first"}));
+    QFETCH(const int, column);
+    Row *moving = add(root.get(), QStringLiteral("a"), 1);
+    Row *staying = add(root.get(), QStringLiteral("b"), 2);
+    moving->date = QDateTime::fromSecsSinceEpoch(1);
+    staying->date = QDateTime::fromSecsSinceEpoch(2);
+    proxy->sort(column);
+    QCOMPARE(titles(*proxy), list({"a", "b"}));
+    moving->number = 3;
+    moving->date = QDateTime::fromSecsSinceEpoch(3);
+    moving->setTitle(QStringLiteral("c"));
+    QTRY_COMPARE(titles(*proxy), list({"b", "c"}));
 }
 
 void ElementsWidgetProxyModelTest::changeOfOrderIsOneLayoutChange()
@@ -632,14 +652,19 @@ void ElementsWidgetProxyModelTest::compareAll(const Row *parent, const QModelInd
 void ElementsWidgetProxyModelTest::behavesLikeTheStraightforward_data()
 {
     QTest::addColumn<unsigned>("seed");
+    QTest::addColumn<int>("slice");
     for (unsigned seed = 1; seed <= 12; ++seed)
-        QTest::addRow("seed %u", seed) << seed;
+        QTest::addRow("seed %u", seed) << seed << std::numeric_limits<int>::max();
+    for (unsigned seed = 13; seed <= 24; ++seed)
+        QTest::addRow("in slices, seed %u", seed) << seed << int(seed % 6) + 2;
 }
 
 void ElementsWidgetProxyModelTest::behavesLikeTheStraightforward()
 {
     QFETCH(unsigned, seed);
+    QFETCH(int, slice);
     std::mt19937 random(seed);
+    proxy->workInSlices(slice);
     const auto upTo = [&random](int last) { return std::uniform_int_distribution<int>(0, last)(random); };
     int column = -1;
     Qt::SortOrder order = Qt::AscendingOrder;
@@ -709,8 +734,12 @@ void ElementsWidgetProxyModelTest::behavesLikeTheStraightforward()
             }
             continue;
         }
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
+        const bool isInSlices = slice < std::numeric_limits<int>::max();
+        if (isInSlices && upTo(2)) { // the next change comes in mid-slice
+            turnLoop(upTo(5));
+            continue;
+        }
+        turnLoop(isInSlices ? 3 * root->allChildNodes().size() : 2);
         compareAll(root.get(), QModelIndex(), column, order);
         if (QTest::currentTestFailed())
             QFAIL(qPrintable(QStringLiteral("step %1").arg(step)));

@@ -25,7 +25,8 @@ public:
             Process::simpleStart(QStringLiteral("sh"),
                                  {QStringLiteral("-c"), QStringLiteral("echo looking; echo not found >&2; exit 1")},
                                  true);
-        } catch (const AppException &) {
+        } catch (const AppException &exception) {
+            setWhyInvalid(exception.errorText());
             return false;
         }
         return true;

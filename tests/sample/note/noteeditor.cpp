@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 
 NoteEditor::NoteEditor(Module *module)
-    : ViewEditElementWidget(module, nullptr)
+    : ViewEditElementWidget(module, &Element::everybody)
     , _noteEdit(new QPlainTextEdit)
 {
     setElementType(NoteElement::typeName());

@@ -5,24 +5,13 @@
 
 #include <QCoreApplication>
 
-namespace
-{
-
-/// Everybody has a note: no rights are needed.
-bool isEverybody(const Module & /*module*/)
-{
-    return true;
-}
-
-} // namespace
-
 QString NoteElement::typeName()
 {
     return QStringLiteral("SampleNoteElement");
 }
 
 NoteElement::NoteElement(Module *module)
-    : OrdinaryElement(typeName(), QString(), QCoreApplication::translate("NoteElement", "Note"), module, isEverybody,
+    : OrdinaryElement(typeName(), QString(), QCoreApplication::translate("NoteElement", "Note"), module, &everybody,
                       Place::Top)
 {}
 
