@@ -161,6 +161,7 @@ int main(int argc, char *argv[])
 
     QElapsedTimer sinceStart;
     sinceStart.start();
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets); // as the console itself does
     QApplication application(argc, argv);
     Session session;
     session.loadPlugins({Session::pluginFolder()});

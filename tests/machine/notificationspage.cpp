@@ -14,7 +14,6 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTest>
-#include <QTextDocument>
 #include <QToolButton>
 
 NotificationsPage::NotificationsPage(RealConsole &console)
@@ -72,19 +71,13 @@ QString NotificationsPage::text(Text text) const
 QStringList NotificationsPage::notes() const
 {
     QStringList texts;
-    for (const char *name : {"_dailyRunLabel", "_droppedLinesLabel"}) {
+    for (const char *name :
+         {"_dailyRunLabel", "_droppedLinesLabel", "_noTableLabel", "_noCronLabel", "_runNoteLabel"}) {
         const auto *note = find<QLabel>(QLatin1String(name));
         if (note->isVisible())
             texts.append(note->text());
     }
     return texts;
-}
-
-QString NotificationsPage::droppedLines() const
-{
-    QTextDocument shown;
-    shown.setHtml(find<QLabel>(QStringLiteral("_droppedLinesLabel"))->toolTip());
-    return shown.toPlainText();
 }
 
 QString NotificationsPage::nameOf(Text text) const

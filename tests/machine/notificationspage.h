@@ -33,10 +33,10 @@ public:
     void append(Text text, const QString &lines);
     QString text(Text text) const;
 
-    /// The notes above the tasks that are shown now.
+    /// The notes about the tasks that are shown now.
     QStringList notes() const;
-    /// The lines that the note about them says will be dropped, as its tool tip shows them.
-    QString droppedLines() const;
+    /// Answers the questions that come from here on with Yes.
+    void agree() { boxes().prefer(QMessageBox::Yes); }
 
 private:
     QString nameOf(Text text) const;

@@ -84,6 +84,8 @@ private Q_SLOTS:
 private:
     /// Sets a hard limit on the page in front and applies it.
     AccountPage::Applied apply(int megabytes);
+    /// After an update that failed: what was typed is still there, and what the computer has comes instead of it.
+    bool revert(int typedMegabytes);
     /// Lena's limit, on the disk that never fails, still goes through.
     void verifyTheOthersAreWritten();
     void setAdministering(bool isAllowed);
@@ -125,6 +127,12 @@ AccountPage::Applied TestLimitFailures::apply(int megabytes)
     return refused;
 }
 
+bool TestLimitFailures::revert(int typedMegabytes)
+{
+    return _page->limit(Counted::Space, Bound::Hard) == static_cast<quint64>(typedMegabytes) * Mib &&
+           _console->click(QStringLiteral("revertAction")) && _console->driver().settle();
+}
+
 void TestLimitFailures::verifyTheOthersAreWritten()
 {
     QVERIFY(_page->openAccount(Way::List, UserQuota, _lena, _homes));
@@ -142,7 +150,7 @@ void TestLimitFailures::setAdministering(bool isAllowed)
     QVERIFY(_console->driver().settle());
 }
 
-/// A limit needs them, so they are switched on again; no limit needs nothing.
+/// A limit needs them, so they are switched on again; a limit cannot be taken away without them.
 void TestLimitFailures::quotasThatWereSwitchedOffMeanwhile()
 {
     QVERIFY(_page->openAccount(Way::List, UserQuota, _lena, _homes));
@@ -157,7 +165,9 @@ void TestLimitFailures::quotasThatWereSwitchedOffMeanwhile()
     QVERIFY(Shell::succeeds(QStringLiteral("quotaoff --user /srv/homes")));
     QVERIFY(_page->clearLimit(Counted::Space, Bound::Hard));
     const AccountPage::Applied unlimited = _page->apply();
-    QVERIFY2(unlimited.succeeded, qPrintable(unlimited.message));
+    QVERIFY(!unlimited.succeeded);
+    QCOMPARE(unlimited.message, QStringLiteral("%1: quotas are off, so nothing was written for lena").arg(_homes));
+    QVERIFY(revert(0));
     QVERIFY(!_page->saysQuotaIsOn());
     QVERIFY(!MachineFacts::device(_homes).user.on);
 
@@ -177,10 +187,11 @@ void TestLimitFailures::withoutTheRight()
     setAdministering(false);
     const AccountPage::Applied applied = apply(1);
     QVERIFY(!applied.succeeded);
-    QCOMPARE(applied.message, noRight);
+    QCOMPARE(applied.message, QStringLiteral("%1\n%2: Operation not permitted").arg(noRight, _homes));
     QVERIFY2(_console->message().contains(noRight), qPrintable(_console->message()));
     QCOMPARE(accounts(UserQuota, QStringLiteral("/srv/homes")).value(_lena).hardBytes, before);
-    QCOMPARE(_page->devices(), (QStringList{_projects, _archive}));
+    QVERIFY(revert(1));
+    QCOMPARE(_page->devices(), (QStringList{_homes, _projects, _archive, _mail})); // with those that gave no answer
 
     QVERIFY(_users->open());
     QVERIFY(_console->refresh());
@@ -205,6 +216,7 @@ void TestLimitFailures::aFullDiskCannotBeSwitchedOn()
     QVERIFY2(applied.message.contains(QStringLiteral("Quotas could not be switched on on %1").arg(_archive)),
              qPrintable(applied.message));
     QVERIFY(!MachineFacts::device(_archive).user.on);
+    QVERIFY(revert(1));
     QVERIFY(!_page->saysQuotaIsOn());
     QCOMPARE(_page->limit(Counted::Space, Bound::Hard), quint64(0));
     verifyTheOthersAreWritten();
@@ -235,7 +247,7 @@ void TestLimitFailures::aFullDiskHasNoRoomForAnotherAccount()
 
     QVERIFY(_page->openAccount(Way::List, UserQuota, QStringLiteral("tilda"), _homes));
     QCOMPARE(_console->message(), noRoom);
-    QCOMPARE(_page->devices(), (QStringList{_homes, _projects, _mail}));
+    QCOMPARE(_page->devices(), (QStringList{_homes, _projects, _archive, _mail}));
     const AccountPage::Applied applied = apply(3);
     QVERIFY2(applied.succeeded, qPrintable(applied.message));
     QCOMPARE(accounts(UserQuota, QStringLiteral("/srv/homes")).value(QStringLiteral("tilda")).hardBytes, 3 * Mib);
@@ -259,6 +271,7 @@ void TestLimitFailures::anotherAccountOfThatName()
     const MachineFacts::Accounts facts = accounts(UserQuota, QStringLiteral("/srv/homes"));
     QCOMPARE(facts.value(QStringLiteral("#3002")).hardBytes, 3 * Mib);
     QCOMPARE(facts.value(QStringLiteral("tilda")).hardBytes, quint64(0));
+    QVERIFY(revert(5));
     QCOMPARE(_page->limit(Counted::Space, Bound::Hard), quint64(0)); // the new one's
 }
 
@@ -270,6 +283,7 @@ void TestLimitFailures::aDeviceThatWasUnmounted()
     const QString notMounted = QStringLiteral("Device %1 not mounted").arg(_mail);
     const AccountPage::Applied applied = apply(1);
     QVERIFY(!applied.succeeded);
+    QVERIFY(revert(1));
     QVERIFY2(_console->message().contains(notMounted), qPrintable(_console->message()));
     QVERIFY(!_page->saysQuotaIsOn());
 
@@ -293,12 +307,15 @@ void TestLimitFailures::aDeviceThatVanished()
         QStringLiteral("echo 1 >/sys/block/%1/device/../remove").arg(_projects.section(QLatin1Char('/'), -1))));
     const AccountPage::Applied applied = apply(1);
     QVERIFY(!applied.succeeded);
-    QCOMPARE(applied.message, QStringLiteral("File specified in special or addr not exist"));
-    QCOMPARE(_page->devices(), (QStringList{_homes, _archive, _mail}));
+    QCOMPARE(
+        applied.message,
+        QStringLiteral("File specified in special or addr not exist\n%1: No such file or directory").arg(_projects));
+    QVERIFY(revert(1));
+    QCOMPARE(_page->devices(), (QStringList{_homes, _archive, _mail, _projects})); // the shown one stays, as absent
 
     QVERIFY(_users->open());
     QVERIFY(_console->refresh());
-    QCOMPARE(_users->devices(), (QStringList{_homes, _archive, _mail}));
+    QCOMPARE(_users->devices(), (QStringList{_homes, _archive, _mail, _projects})); // as there
     QVERIFY(_users->choose(_homes));
     QCOMPARE(_users->cell(QStringLiteral("david"), AccountColumn::HardBlockLimit).toString(), QStringLiteral("10 Mb"));
     verifyTheOthersAreWritten();
