@@ -25,6 +25,7 @@ KRA_BUILD_PACKAGES=(
 KRA_DESKTOP_PACKAGES=(
     fonts-dejavu-core
     libqt5svg5
+    qttranslations5-l10n
 )
 
 # To show it where the desktop has no X server.
