@@ -37,8 +37,8 @@ enum class FileRights
 };
 
 /// Replaces a file as a whole, or makes it: at every moment, also when the process is killed or the machine stops,
-/// either the old or the new content is there. One that is killed may leave a file ".NAME.kra-new~" beside it, which
-/// the next replacement removes.
+/// either the old or the new content is there. One that is killed may leave files ".NAME.kra-new~" and
+/// ".NAME.kra-lock~" beside it, which the next replacement removes.
 ///
 /// Of all programs that use this function one at a time writes a file; the others wait for some seconds.
 /// Regular files only: what lies behind a device or a pipe has no whole. A symbolic link stays, and what it points to

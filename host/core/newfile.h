@@ -3,18 +3,18 @@
 
 #pragma once
 
+#include "filelock.h"
+
 #include <QByteArray>
 #include <QString>
 
-#include <vector>
-
 #include <sys/types.h>
 
-/// A file that is being made beside the one that it is to become, and the lock that makes its maker the only one.
+/// A file that is being made beside the one that it is to become, by one of our programs at a time.
 ///
-/// It is called ".NAME.kra-new~": mount, cron and run-parts pass over a name that begins with a dot, and over one that
-/// ends with a tilde. All our programs use that one name for one target. So the file itself is what they lock, and what
-/// a killed process left behind is found, and made anew, by the next.
+/// It is called ".NAME.kra-new~", and what its maker has locked ".NAME.kra-lock~": mount, cron and run-parts pass over
+/// a name that begins with a dot, and over one that ends with a tilde. All our programs use those names for one target,
+/// so what a killed process left behind is found, and made anew, by the next.
 class NewFile
 {
 public:
@@ -36,7 +36,7 @@ public:
     /// Takes the place of `target` in the same folder, in one step.
     bool replace(const QString &target);
     /// Changes places with `target` in the same folder, in one step. EINVAL: the file system cannot do that. What comes
-    /// out has the name of the new file then, and is locked, or the next of our programs would remove it.
+    /// out has the name of the new file then.
     bool exchange(const QString &target);
     /// Becomes `target` in the same folder unless something has that name, a dangling link among others: EEXIST.
     bool become(const QString &target);
@@ -45,16 +45,13 @@ public:
     QString keep();
 
 private:
-    bool take(mode_t mode);
-    bool isInPlace() const;
-    void hold(const QByteArray &path);
     bool check(bool succeeded);
 
     QString _target;
     QByteArray _path;
+    FileLock _lock; // given back when the name is free again
+    int _error;
     int _descriptor = -1;
-    std::vector<int> _held; // locked until the name is free again
-    int _error = 0;
     bool _isMoved = false;
 };
 

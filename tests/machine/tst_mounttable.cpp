@@ -228,7 +228,7 @@ void TestMountTable::twoProcessesSwitchTheKindsOfOneDevice()
 /// than what it read.
 void TestMountTable::whatAnEditorSavesMeanwhileStays()
 {
-    const QByteArray turn = "/etc/.fstab.kra-new~";
+    const QByteArray turn = "/etc/.fstab.kra-lock~";
     const int held = open(turn.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     QVERIFY(held >= 0 && flock(held, LOCK_EX) == 0);
     QProcess ours;

@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <cstring>
 #include <functional>
+#include <random>
 #include <set>
 #include <vector>
 
@@ -79,6 +80,7 @@ struct Faults
     int exchanges = 0;
     int failingExchange = 0; ///< the number of the one that fails with EIO
     int lockError = 0;
+    std::function<void()> pause;   ///< after a lock that was got, and after an exchange
     QByteArray attributes;         ///< the names that every file has, each with a NUL
     bool doAttributesGrow = false; ///< after their size was asked for
     QByteArrayList set;            ///< the names of those that were set
@@ -108,15 +110,21 @@ __attribute__((visibility("default"))) int renameat2(int fromFolder, const char 
         errno = EIO;
         return -1;
     }
-    return static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
+    if (syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags) != 0)
+        return -1;
+    if (faults.pause)
+        faults.pause();
+    return 0;
 }
 
 __attribute__((visibility("default"))) int flock(int file, int operation) noexcept
 {
-    if (faults.lockError == 0)
-        return static_cast<int>(syscall(SYS_flock, file, operation));
     errno = faults.lockError;
-    return -1;
+    if (errno != 0 || syscall(SYS_flock, file, operation) != 0)
+        return -1;
+    if (faults.pause)
+        faults.pause();
+    return 0;
 }
 
 __attribute__((visibility("default"))) ssize_t flistxattr(int file, char *list, size_t size) noexcept
@@ -151,6 +159,7 @@ private Q_SLOTS:
     void init();
     void onlyWhatIsExpectedIsReplaced();
     void aMissingFileHoldsNothing();
+    void programsDoNotLoseEachOthersChanges_data();
     void programsDoNotLoseEachOthersChanges();
     void aLeftoverIsRemoved();
     void aWriterWaitsForTheOneBeforeIt();
@@ -227,13 +236,24 @@ void TestFileReplacement::aMissingFileHoldsNothing()
     QCOMPARE(contentOf(path("table")), QByteArray("new"));
 }
 
+void TestFileReplacement::programsDoNotLoseEachOthersChanges_data()
+{
+    QTest::addColumn<bool>("areHeldUp");
+    QTest::newRow("as quick as they are") << false;
+    QTest::newRow("held up at bad moments") << true;
+}
+
 void TestFileReplacement::programsDoNotLoseEachOthersChanges()
 {
+    QFETCH(bool, areHeldUp);
     constexpr int programs = 4;
     constexpr int lines = 25;
     const QString file = path("table");
     write(file, {});
-    QVERIFY(inProcesses(programs, [&file](int program) {
+    QVERIFY(inProcesses(programs, [&](int program) {
+        std::mt19937 random(static_cast<unsigned>(program));
+        if (areHeldUp)
+            faults.pause = [&random] { QTest::qSleep(random() % 4 == 0 ? 30 : 1); };
         for (int line = 0; line < lines;) {
             const QByteArray before = contentOf(file);
             const QByteArray added = QByteArray::number(program) + '.' + QByteArray::number(line) + '\n';
@@ -258,14 +278,15 @@ void TestFileReplacement::aLeftoverIsRemoved()
     write(file, "old");
     const pid_t child = fork();
     if (child == 0) {
+        const int held = open(QFile::encodeName(path(".table.kra-lock~")).constData(), O_RDWR | O_CREAT, 0600);
+        flock(held, LOCK_EX);
         const int leftover = open(QFile::encodeName(path(".table.kra-new~")).constData(), O_RDWR | O_CREAT, 0644);
-        flock(leftover, LOCK_EX);
         _exit(::write(leftover, "half and much longer than the rest", 34) == 34 ? 0 : 1);
     }
     int status = 1;
     QCOMPARE(waitpid(child, &status, 0), child);
     QCOMPARE(status, 0);
-    QCOMPARE(filesIn(_folder), QStringList({text(".table.kra-new~"), text("table")}));
+    QCOMPARE(filesIn(_folder), QStringList({text(".table.kra-lock~"), text(".table.kra-new~"), text("table")}));
     QVERIFY(replaceFile(file, "new").succeeded());
     QCOMPARE(contentOf(file), QByteArray("new"));
     QCOMPARE(filesIn(_folder), QStringList{text("table")});
@@ -275,18 +296,21 @@ void TestFileReplacement::aWriterWaitsForTheOneBeforeIt()
 {
     const QString file = path("table");
     write(file, "old");
-    // A program that holds the lock keeps the file in sight until this process has seen it.
+    // A program that is at it until this process has seen its lock.
     int toChild[2];
     int toParent[2];
     QVERIFY(pipe(toChild) == 0 && pipe(toParent) == 0);
-    const QString made = path(".table.kra-new~");
+    const QByteArray made = QFile::encodeName(path(".table.kra-new~"));
+    const QByteArray lock = QFile::encodeName(path(".table.kra-lock~"));
     const pid_t child = fork();
     if (child == 0) {
-        const int leftover = open(QFile::encodeName(made).constData(), O_RDWR | O_CREAT, 0600);
-        flock(leftover, LOCK_EX);
+        const int held = open(lock.constData(), O_RDWR | O_CREAT, 0600);
+        flock(held, LOCK_EX);
+        close(open(made.constData(), O_RDWR | O_CREAT, 0600));
         char byte = 0;
         const bool told = ::write(toParent[1], &byte, 1) == 1 && read(toChild[0], &byte, 1) == 1;
-        rename(QFile::encodeName(made).constData(), QFile::encodeName(file).constData());
+        rename(made.constData(), QFile::encodeName(file).constData());
+        unlink(lock.constData());
         _exit(told ? 0 : 1);
     }
     char byte = 0;
