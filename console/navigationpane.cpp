@@ -36,7 +36,12 @@ NavigationPane::NavigationPane(TreeNode *root, QWidget *parent)
     connect(_nodes, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { _isRemoving = true; });
     _rows->setSourceModel(_nodes);
     _view->setModel(_rows);
-    connect(_nodes, &QAbstractItemModel::rowsRemoved, this, [this] { _isRemoving = false; });
+    connect(_nodes, &QAbstractItemModel::rowsRemoved, this, [this] {
+        _isRemoving = false;
+        // The view takes the next row for one that a search hides by now.
+        if (_current && !_view->indexOf(_current.data()).isValid())
+            _view->selectionModel()->clear();
+    });
 
     auto *whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);

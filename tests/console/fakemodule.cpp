@@ -7,6 +7,8 @@
 
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace
 {
 class FormEditor : public ViewEditElementWidget
@@ -116,21 +118,25 @@ private:
 class ReadListTask : public ReadContentTask
 {
 public:
-    explicit ReadListTask(Element *element)
+    ReadListTask(Element *element, QStringList titles)
         : ReadContentTask(element)
+        , _titles(std::move(titles))
     {
         setDescription(QStringLiteral("Read fake list"));
     }
     TaskStatus afterRun() override
     {
         QVector<TreeNode *> children;
-        for (const char *title : {"alpha", "beta", "gamma"})
-            children.append(new OrdinaryElement(QStringLiteral("FakeForm"), {}, QLatin1String(title),
-                                                element()->module(), &Element::everybody, Element::Place::Child));
+        for (const QString &title : qAsConst(_titles))
+            children.append(new OrdinaryElement(QStringLiteral("FakeForm"), {}, title, element()->module(),
+                                                &Element::everybody, Element::Place::Child));
         element()->clearDelete();
         element()->append(children);
         return ReadContentTask::afterRun();
     }
+
+private:
+    QStringList _titles;
 };
 } // namespace
 
@@ -160,7 +166,7 @@ void FakeModule::performOperation(ContextOperation *operation, OperationType typ
         task = new WriteTask(element, std::unique_ptr<ElementData>(data), this);
     } else if (element && type == OperationType::ReadContent) {
         ++reads;
-        task = new ReadListTask(element);
+        task = new ReadListTask(element, listTitles);
     }
     if (task)
         TaskObserver::instance()->performTask(task);

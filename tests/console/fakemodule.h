@@ -34,6 +34,7 @@ public:
     QSemaphore gate;
     int reads = 0;
     QString listFilter;
+    QStringList listTitles = {QStringLiteral("alpha"), QStringLiteral("beta"), QStringLiteral("gamma")};
 
 private:
     Element *_form;

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void keyboardMovesThroughPages();
     void searchNarrowsTheTree();
     void searchOfTheTreeKeepsTheRowOfThePage();
+    void aRowThatASearchHidesLightsNoOther();
     void rowOfTheListSurvivesARefresh();
     void searchNarrowsTheList();
     void variantNarrowsTheList();
@@ -121,6 +122,31 @@ void MainWindowTest::searchOfTheTreeKeepsTheRowOfThePage()
     QCOMPARE(_pages->currentElement(), static_cast<Element *>(_fake->list()));
     QTRY_VERIFY(tree()->isExpanded(tree()->indexOf(_fake->list())));
     QVERIFY(tree()->indexOf(_fake->list()->childNodes().at(0)).isValid());
+}
+
+/// What was found under the list is not there when it is read again, and with it the list's own row goes. Another row
+/// stays.
+void MainWindowTest::aRowThatASearchHidesLightsNoOther()
+{
+    _fake->listTitles = QStringList{QStringLiteral("formula"), QStringLiteral("beta")};
+    clickAndWait(_fake->list());
+    QTest::keyClick(_window.get(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(find<SearchField>("treeSearchField"), QStringLiteral("form"));
+    QTRY_VERIFY(!tree()->indexOf(child("LocalUsers")).isValid());
+    QCOMPARE(tree()->selectionModel()->selectedRows(), QModelIndexList{tree()->indexOf(_fake->list())});
+    _fake->listTitles.removeFirst();
+    QTest::keyClick(_window.get(), Qt::Key_F5);
+    waitForTasks();
+    QTRY_VERIFY(!tree()->indexOf(_fake->list()).isValid());
+    QVERIFY(tree()->indexOf(_fake->form()).isValid());
+    QCOMPARE(tree()->selectionModel()->selectedRows(), QModelIndexList());
+    QCOMPARE(_pages->currentElement(), static_cast<Element *>(_fake->list()));
+
+    _fake->listTitles.append(QStringLiteral("form"));
+    QTest::keyClick(_window.get(), Qt::Key_F5);
+    waitForTasks();
+    QTRY_COMPARE(tree()->selectionModel()->selectedRows(), QModelIndexList{tree()->indexOf(_fake->list())});
+    QCOMPARE(_pages->currentElement(), static_cast<Element *>(_fake->list()));
 }
 
 void MainWindowTest::rowOfTheListSurvivesARefresh()
