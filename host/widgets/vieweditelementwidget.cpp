@@ -148,6 +148,8 @@ void ViewEditElementWidget::afterSuccessfulRead(Element *element, ElementData *r
 {
     ++_reads;
     ElementWidget::afterSuccessfulRead(element, record);
+    if (element == _written.data() && record != _recordBeforeWrite)
+        _written = {}; // and a later record may have the address of that one
     _showsRecord = true;
     blockEditWidget(false);
 }
@@ -208,7 +210,7 @@ void ViewEditElementWidget::openUnapplied()
     if (!_blocked || !isContentChanged() || !element() || TaskObserver::instance()->isBusyWith(element()))
         return;
     blockEditWidget(false);
-    Q_EMIT refused(tr("Nothing was applied: no task was started for it."));
+    say(tr("Nothing was applied: no task was started for it."));
 }
 
 void ViewEditElementWidget::refuse()

@@ -217,6 +217,8 @@ void PageMessagesTest::writeThatStartsNoTaskOpensThePageAgain()
     QCOMPARE(editor->line->text(), QStringLiteral("mine"));
     QCOMPARE(message(), QStringLiteral("Nothing was applied: no task was started for it."));
     QVERIFY(pages->canApply());
+    editor->type(QStringLiteral("mine, too"));
+    QCOMPARE(message(), QString());
 }
 
 QTEST_MAIN(PageMessagesTest)
