@@ -15,6 +15,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -75,8 +76,8 @@ QString MessageArea::text() const
 void MessageArea::setText(const QString &text, Kind kind)
 {
     setVisible(!text.isEmpty());
-    _kind = kind;
-    applyKind();
+    if (std::exchange(_kind, kind) != kind)
+        applyKind();
     if (text == _text)
         return;
     _text = text;
