@@ -6,18 +6,28 @@
 #include <groupselement.h>
 #include <userselement.h>
 
-void readAccountListsAgain(const TreeNode *node)
+namespace
+{
+/// Lists hold accounts, as many as there are, and no lists.
+void readAgainBelow(TreeNode *node)
+{
+    auto *list = dynamic_cast<ContainerElement *>(node);
+    const bool isOfAccounts = node->id() == UsersElement::typeName() || node->id() == GroupsElement::typeName();
+    if (list && isOfAccounts && list->content() != ContainerElement::Content::NeverRead)
+        list->setContent(ContainerElement::Content::Stale);
+    if (list)
+        return;
+    const QVector<TreeNode *> children = node->childNodes();
+    for (TreeNode *child : children)
+        readAgainBelow(child);
+}
+} // namespace
+
+void readAccountListsAgain(TreeNode *node)
 {
     if (!node)
         return;
     while (node->parentNode())
         node = node->parentNode();
-    const QVector<TreeNode *> nodes = node->allChildNodes();
-    for (TreeNode *each : nodes) {
-        if (each->id() != UsersElement::typeName() && each->id() != GroupsElement::typeName())
-            continue;
-        auto *list = dynamic_cast<ContainerElement *>(each);
-        if (list && list->content() != ContainerElement::Content::NeverRead)
-            list->setContent(ContainerElement::Content::Stale);
-    }
+    readAgainBelow(node);
 }

@@ -7,4 +7,4 @@ class TreeNode;
 
 /// Has the lists of users and of groups in the tree of a node read again when they are next shown: what they show of
 /// every account may have changed.
-void readAccountListsAgain(const TreeNode *node);
+void readAccountListsAgain(TreeNode *node);
