@@ -21,6 +21,8 @@ struct MemorySize
     /// Joins `value` and `unit`, truncated toward zero. A unit that does not exist gives 0; so does a value below zero
     /// or one that is no number, and what is more than 64 bits hold gives the most that they hold.
     quint64 toBytes() const;
+    /// `bytes` where it is set, for `value` may be rounded; toBytes() where it is not.
+    quint64 exactBytes() const { return bytes != 0 ? bytes : toBytes(); }
 
     quint64 bytes = 0;
     double value = 0.0;

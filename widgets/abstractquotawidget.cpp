@@ -68,11 +68,6 @@ void showNothing(SpinBox *box, bool isNothing)
     if (isNothing)
         box->setValue(0);
 }
-
-quint64 bytesOf(const MemorySize &size)
-{
-    return size.bytes != 0 ? size.bytes : size.toBytes();
-}
 } // namespace
 
 AbstractQuotaWidget::AbstractQuotaWidget(Module *module, AccessCheck access, QWidget *parent)
@@ -368,7 +363,7 @@ void AbstractQuotaWidget::showNotes()
     if (quota.usedInodes != static_cast<quint64>(CountLimitEdit::shownCount(quota.usedInodes)))
         usedFiles = tr("Used are %1, which is more than the box can show.")
                         .arg(AmountDialog::words(Counted::Files, quota.usedInodes));
-    show(_form->ui._blocksNoteLabel, _form->softBlocks, _form->hardBlocks, bytesOf(quota.usedBlocks), QString());
+    show(_form->ui._blocksNoteLabel, _form->softBlocks, _form->hardBlocks, quota.usedBlocks.exactBytes(), QString());
     show(_form->ui._inodesNoteLabel, _form->softInodes, _form->hardInodes, quota.usedInodes, usedFiles);
 }
 

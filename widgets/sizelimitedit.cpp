@@ -10,11 +10,6 @@
 namespace
 {
 constexpr double unitStep = 1024.0;
-
-quint64 bytesOf(const MemorySize &size)
-{
-    return size.bytes != 0 ? size.bytes : size.toBytes();
-}
 } // namespace
 
 SizeLimitEdit::SizeLimitEdit(QCheckBox *checkBox, SizeSpinBox *number, QComboBox *unit, QToolButton *anyAmount)
@@ -37,13 +32,13 @@ SizeLimitEdit::SizeLimitEdit(QCheckBox *checkBox, SizeSpinBox *number, QComboBox
 void SizeLimitEdit::show(const MemorySize &limit)
 {
     _read = limit;
-    showAmount(bytesOf(limit));
+    showAmount(limit.exactBytes());
 }
 
 MemorySize SizeLimitEdit::limit() const
 {
     const quint64 bytes = amount();
-    if (bytes == bytesOf(_read))
+    if (bytes == _read.exactBytes())
         return _read;
     const MemorySize shown = sizeInBoxes();
     return isChecked() && shown.bytes == bytes ? shown : MemorySize(_units, bytes);

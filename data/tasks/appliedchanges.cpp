@@ -46,7 +46,7 @@ private:
 QString sizeText(const MemorySize &size)
 {
     constexpr double longestExact = 9999;
-    const quint64 bytes = LimitRange::wholeBlocks(size.bytes != 0 ? size.bytes : size.toBytes());
+    const quint64 bytes = LimitRange::wholeBlocks(size.exactBytes());
     const MemorySize shown(MemorySizeTransfer(), bytes);
     if (shown.value <= longestExact && std::floor(shown.value) == shown.value)
         return shown.text;
