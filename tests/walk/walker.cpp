@@ -313,6 +313,7 @@ void Walker::apply()
     tell(QStringLiteral("Apply"));
     _typed.applyAsked(_ledger);
     pressAction("applyAction");
+    cancelNow();
 }
 
 void Walker::revert()
@@ -330,6 +331,7 @@ void Walker::refresh()
     tell(QStringLiteral("Refresh, %1 times").arg(times));
     for (int i = 0; i < times; ++i)
         pressAction("refreshAction");
+    cancelNow();
 }
 
 void Walker::useTab()
@@ -405,9 +407,26 @@ void Walker::openMenu()
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(choice).center());
 }
 
+QTreeView *Walker::taskList() const
+{
+    return _console.window().findChild<QWidget *>(QStringLiteral("taskDock"))->findChild<QTreeView *>();
+}
+
+/// The task that was queued last, in the same turn, or it has ended.
+void Walker::cancelNow()
+{
+    constexpr int seldom = 4;
+    auto *cancel = _console.window().findChild<QAbstractButton *>(QStringLiteral("cancelButton"));
+    taskList()->setCurrentIndex(taskList()->model()->index(0, 0));
+    if (below(seldom) != 0 || !cancel->isEnabled())
+        return;
+    tell(QStringLiteral("cancel \"%1\"").arg(taskList()->currentIndex().data().toString()));
+    QTest::mouseClick(cancel, Qt::LeftButton);
+}
+
 void Walker::useTaskList()
 {
-    auto *view = _console.window().findChild<QWidget *>(QStringLiteral("taskDock"))->findChild<QTreeView *>();
+    QTreeView *view = taskList();
     tell(QStringLiteral("use the task list"));
     switch (below(3)) {
     case 0:

@@ -18,6 +18,7 @@
 class ElementPages;
 class ElementTreeView;
 class QAction;
+class QTreeView;
 class ViewEditElementWidget;
 struct TaskReport;
 
@@ -58,6 +59,7 @@ private:
     void searchList();
     void openMenu();
     void useTaskList();
+    void cancelNow();
     void moveFocus();
     void closeWindow();
     void changeMachine();
@@ -75,6 +77,7 @@ private:
     QString changeWidget(QWidget *widget); // says in words how
 
     ElementTreeView *tree() const;
+    QTreeView *taskList() const;
     ElementPages *pages() const;
     QAction *action(const char *name) const;
     ViewEditElementWidget *form() const; // in front and open for typing; else null
