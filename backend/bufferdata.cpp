@@ -100,7 +100,8 @@ GroupEntry toEntry(const group &record, RepeatedFields &repeated)
 MountEntry toEntry(const MountColumns &columns)
 {
     MountEntry entry;
-    entry.fsName = QString::fromLocal8Bit(columns.fsName);
+    entry.fsName = columns.spelling();
+    entry.canNameDevice = columns.canNameDevice();
     entry.dir = QString::fromLocal8Bit(columns.dir);
     entry.type = QString::fromLocal8Bit(columns.type);
     entry.opts = QString::fromLocal8Bit(columns.opts);

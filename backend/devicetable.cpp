@@ -105,6 +105,12 @@ QString DeviceTable::passedOverText(const MountEntry &entry)
     //: A line of /etc/fstab: device, mount point
     const QString line =
         entry.dir.startsWith(QLatin1Char('/')) ? tr("%1 on %2").arg(entry.fsName, entry.dir) : entry.fsName;
+    if (entry.fsName.startsWith(QChar::ByteOrderMark))
+        //: %1 is a line of /etc/fstab
+        return tr("%1: a byte order mark stands before it, which mount takes for a part of the name").arg(line);
+    if (!entry.canNameDevice && entry.fsName.contains(QChar::ReplacementCharacter))
+        //: %1 is a line of /etc/fstab
+        return tr("%1: its name is not valid in the character encoding of this system").arg(line);
     const std::optional<BlkidTable::Device> device = blkid().find(entry.fsName);
     const QString type = device && !device->type.isEmpty() ? device->type : entry.type;
     const bool canBeListed = type.isEmpty() || type == QLatin1String("auto") || SystemNames::isQuotaFilesystem(type);
@@ -128,10 +134,27 @@ QString DeviceTable::passedOverText(const MountEntry &entry)
     return tr("%1: blkid lists it as %2; write that or UUID=%3 into the line").arg(line, device->path, device->uuid);
 }
 
+/// Without the devices whose names have bytes that are no text: by what stands in place of those nobody would reach
+/// them, and might reach another.
+QStringList DeviceTable::readableOnes(QStringList lines)
+{
+    const auto isUnreadable = [this](const QString &line) {
+        const QString path = line.left(line.indexOf(QLatin1String(": ")));
+        if (!path.contains(QChar::ReplacementCharacter))
+            return false;
+        Q_EMIT detail(tr("%1: the name of this device is not valid in the character encoding of this system, so it is "
+                         "left out")
+                          .arg(path));
+        return true;
+    };
+    lines.erase(std::remove_if(lines.begin(), lines.end(), isUnreadable), lines.end());
+    return lines;
+}
+
 const BlkidTable &DeviceTable::blkid()
 {
     if (!_blkid)
-        _blkid.emplace(_buffer.blkidLines());
+        _blkid.emplace(readableOnes(_buffer.blkidLines()));
     return *_blkid;
 }
 
@@ -159,8 +182,10 @@ const QHash<QString, QString> &DeviceTable::mountPoints()
     if (!_mountPoints) {
         _mountPoints.emplace();
         const QVector<MountEntry> entries = trustworthy(_buffer.mtabEntries());
-        for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry)
-            _mountPoints->insert(entry->fsName, entry->dir);
+        for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+            if (entry->canNameDevice)
+                _mountPoints->insert(entry->fsName, entry->dir);
+        }
     }
     return *_mountPoints;
 }

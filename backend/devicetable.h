@@ -48,8 +48,11 @@ public:
 
 Q_SIGNALS:
     void error(const QString &message);
+    /// Which devices are left out, and why.
+    void detail(const QString &text);
 
 private:
+    QStringList readableOnes(QStringList lines);
     QString passedOverText(const MountEntry &entry);
     const MountTable &fstab();
     const MountTable &mtab();

@@ -30,7 +30,11 @@ struct Row
     QByteArrayList words;
     std::optional<QStringList> newOptions;
 
-    QString spelling() const { return QString::fromLocal8Bit(line.columns->fsName); }
+    /// The device as the line names it; empty where it names none.
+    QString spelling() const
+    {
+        return line.columns && line.columns->canNameDevice() ? line.columns->spelling() : QString();
+    }
     QStringList options() const
     {
         const QString text = QString::fromLocal8Bit(line.columns->opts);
@@ -138,6 +142,15 @@ FstabRewrite refused(const QString &reason)
     return {QByteArray(), Texts::tr("File %1 was not changed: %2").arg(SystemNames::Fstab, reason)};
 }
 
+/// "mount" takes the mark for a part of what it stands before, be that a device or the "#" of a comment.
+QString refusalForMark(const QByteArray &table)
+{
+    return table.startsWith("\xef\xbb\xbf")
+               ? Texts::tr("it begins with a byte order mark, which mount takes for a part of the first line; save it "
+                           "without that mark")
+               : QString();
+}
+
 QString journaledOptionOf(const QStringList &options)
 {
     for (const QString &option : options) {
@@ -150,14 +163,15 @@ QString journaledOptionOf(const QStringList &options)
 }
 
 /// No line resolves to the device: why, and what to do about the line that is meant for it.
-FstabRewrite refusedWithoutLine(const QVector<Row> &rows, const QString &device, const OptionChange &change,
-                                const BlkidTable &blkid)
+FstabRewrite refusedWithoutLine(const QByteArray &table, const QVector<Row> &rows, const QString &device,
+                                const OptionChange &change, const BlkidTable &blkid)
 {
-    FstabRewrite refusal =
-        refused(Texts::tr("none of its lines names the device %1 by its path or by UUID=").arg(device));
+    const QString mark = refusalForMark(table);
+    FstabRewrite refusal = refused(
+        mark.isEmpty() ? Texts::tr("none of its lines names the device %1 by its path or by UUID=").arg(device) : mark);
     refusal.matters = change.step != OptionChange::Step::Remove;
     for (const Row &row : rows) {
-        if (!row.line.columns || !blkid.resolve(row.spelling()).isEmpty())
+        if (row.spelling().isEmpty() || !blkid.resolve(row.spelling()).isEmpty())
             continue;
         const std::optional<BlkidTable::Device> meant = blkid.find(row.spelling());
         const bool isListed = meant && meant->path == device;
@@ -221,6 +235,9 @@ QString refusalForJournaled(const Row &row, const QString &device, const OptionC
 /// What keeps the table from being written again, whatever the change; empty when nothing does.
 QString refusalForTable(const QByteArray &table, const QVector<Row> &rows)
 {
+    const QString mark = refusalForMark(table);
+    if (!mark.isEmpty())
+        return mark;
     const int nul = table.indexOf('\0');
     if (nul >= 0) // others of the system's readers would take what follows for another line
         return Texts::tr("its line %1 contains a NUL byte; take it out there").arg(table.left(nul).count('\n') + 1);
@@ -243,7 +260,7 @@ FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const 
     bool isChange = false;
     for (const MountLine &line : lines) {
         Row row{line, wordsOf(line.text), std::nullopt};
-        if (line.columns && blkid.resolve(row.spelling()) == device) {
+        if (blkid.resolve(row.spelling()) == device) {
             isNamed = true;
             const QString refusal = refusalForJournaled(row, device, change);
             if (!refusal.isEmpty())
@@ -259,7 +276,7 @@ FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const 
         return refused(
             Texts::tr("blkid did not tell which of its lines is for %1; try again when it works").arg(device));
     if (!isNamed)
-        return refusedWithoutLine(rows, device, change, blkid);
+        return refusedWithoutLine(table, rows, device, change, blkid);
     if (!isChange)
         return {table, QString()};
 

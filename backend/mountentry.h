@@ -10,7 +10,8 @@
 struct MountEntry
 {
     QString fsName; ///< the device as the file spells it: a path, "UUID=…", "LABEL=…", or no device at all
-    QString dir;    ///< the mount point
+    bool canNameDevice = true; ///< see MountColumns
+    QString dir;               ///< the mount point
     QString type;
     QString opts; ///< separated by commas
     qint32 freq = 0;

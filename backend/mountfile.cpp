@@ -40,6 +40,19 @@ bool isCommentOrBlank(const QByteArray &line)
 
 } // namespace
 
+QString MountColumns::spelling() const
+{
+    // A byte order mark is a part of the name for "mount", and would be dropped at the beginning of a text.
+    return QString::fromLocal8Bit('/' + fsName).mid(1);
+}
+
+bool MountColumns::canNameDevice() const
+{
+    const QByteArrayList options = opts.split(',');
+    const bool isBind = type == "none" || options.contains("bind") || options.contains("rbind");
+    return !isBind && spelling().toLocal8Bit() == fsName;
+}
+
 MountFile MountFile::read(const QString &path)
 {
     MountFile file;

@@ -32,6 +32,12 @@ struct MountColumns
     int freq = 0;
     int passno = 0;
 
+    /// The first column as a text.
+    QString spelling() const;
+    /// Whether the first column can be a device. That of a bind mount is a folder, and "/home" may be what the name of
+    /// a device ends with; and bytes that the text does not tell would be those of another device.
+    bool canNameDevice() const;
+
     bool operator==(const MountColumns &other) const
     {
         return fsName == other.fsName && dir == other.dir && type == other.type && opts == other.opts &&

@@ -13,6 +13,8 @@ MountTable::MountTable(const QVector<MountEntry> &entries, const BlkidTable &blk
         const QString path = blkid.resolve(spelling);
         const QString device = path.isEmpty() ? spelling : path;
         _devices.prepend(device);
+        if (!entries.at(number).canNameDevice)
+            continue;
         _byDevice.insert(device, number);
         _byName.insert(spelling, number);
         _byName.insert(path, number);

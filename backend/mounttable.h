@@ -16,13 +16,13 @@ class BlkidTable;
 /// looks a device up in a table does so by one of these.
 ///
 /// A line is for the device that "blkid" knows by the line's spelling, or else for what it spells. Of two lines the
-/// first counts.
+/// first counts, and one that cannot name a device never does.
 class MountTable
 {
 public:
     MountTable(const QVector<MountEntry> &entries, const BlkidTable &blkid);
 
-    /// One for each line.
+    /// One for each line, whether or not it can name a device.
     const QStringList &devices() const { return _devices; }
     /// The line that is for the device; null when there is none.
     const MountEntry *lineFor(const QString &device) const { return at(_byDevice, device); }

@@ -72,6 +72,7 @@ QuotaManager::QuotaManager(QObject *parent)
     connect(_buffer.get(), &BufferData::detail, this, &QuotaManager::detail);
     connect(_buffer.get(), &BufferData::forgotten, this, [this] { _accounts->reset(); });
     connect(_devices.get(), &DeviceTable::error, this, [this](const QString &message) { _signals->error(message); });
+    connect(_devices.get(), &DeviceTable::detail, this, &QuotaManager::detail);
     connect(_fstab.get(), &FstabWriter::error, this, &QuotaManager::error);
     connect(_fstab.get(), &FstabWriter::detail, this, &QuotaManager::detail);
     connect(_programs.get(), &QuotaPrograms::error, this, &QuotaManager::error);

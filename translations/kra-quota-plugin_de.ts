@@ -384,6 +384,20 @@
         <extracomment>%1 is a line of /etc/fstab, %2 the path of a device, %3 the identifier of its file system</extracomment>
         <translation>%1: blkid führt es als %2; schreiben Sie das oder UUID=%3 in die Zeile</translation>
     </message>
+    <message>
+        <source>%1: a byte order mark stands before it, which mount takes for a part of the name</source>
+        <extracomment>%1 is a line of /etc/fstab</extracomment>
+        <translation>%1: davor steht eine Bytereihenfolge-Markierung (BOM), die mount für einen Teil des Namens hält</translation>
+    </message>
+    <message>
+        <source>%1: its name is not valid in the character encoding of this system</source>
+        <extracomment>%1 is a line of /etc/fstab</extracomment>
+        <translation>%1: der Name ist in der Zeichenkodierung dieses Systems nicht gültig</translation>
+    </message>
+    <message>
+        <source>%1: the name of this device is not valid in the character encoding of this system, so it is left out</source>
+        <translation>%1: der Name dieses Geräts ist in der Zeichenkodierung dieses Systems nicht gültig; es wird ausgelassen</translation>
+    </message>
 </context>
 <context>
     <name>DeviceWidget</name>
@@ -609,6 +623,10 @@
     <message>
         <source>it would not read the same afterwards</source>
         <translation>sie würde danach anders gelesen</translation>
+    </message>
+    <message>
+        <source>it begins with a byte order mark, which mount takes for a part of the first line; save it without that mark</source>
+        <translation>sie beginnt mit einer Bytereihenfolge-Markierung (BOM), die mount für einen Teil der ersten Zeile hält; speichern Sie sie ohne diese Markierung</translation>
     </message>
 </context>
 <context>

@@ -58,6 +58,9 @@ private Q_SLOTS:
     void optionsInForceAndConfiguredAreApart();
     void patternsInFstabAreHarmless();
     void bytesThatAreNotUtf8AreHarmless();
+    void aNameThatIsNoTextIsNoDevice();
+    void aByteOrderMarkIsAPartOfTheFirstName();
+    void bindMountsAreNotTheDevice();
     void missingColumnsAreHarmless();
     void aThousandDevices();
     void userMadeMountsArePassedOver();
@@ -291,6 +294,58 @@ void TestDeviceTable::bytesThatAreNotUtf8AreHarmless()
     QCOMPARE(_table->fstabDevices().at(2), text("/dev/sdb1"));
     QCOMPARE(_table->deviceOptions(text("/dev/sdb1"), Fstab), QStringList{text("z")});
     QVERIFY(_table->quotaDevices().contains(text("/dev/sdb1")));
+}
+
+/// U+FFFD is what stands in a text for a byte that is none.
+void TestDeviceTable::aNameThatIsNoTextIsNoDevice()
+{
+    const QString device = text("/dev/mapper/gr\xef\xbf\xbdn");
+    const QByteArray lines = "/dev/mapper/gr\xfcn /a ext4 usrquota 0 0\n";
+    fstab(lines + "UUID=b /b ext4 rw 0 0\n");
+    mtab(lines);
+    blkid("/dev/mapper/gr\xfcn: UUID=\"c\" TYPE=\"ext4\"\n/dev/sdb1: UUID=\"b\" TYPE=\"ext4\"\n");
+    QStringList details;
+    connect(_table.get(), &DeviceTable::detail, this, [&details](const QString &detail) { details.append(detail); });
+    QCOMPARE(_table->quotaDevices(), QStringList{text("/dev/sdb1")});
+    QCOMPARE(details, QStringList{device + text(": the name of this device is not valid in the character encoding of "
+                                                "this system, so it is left out")});
+    QCOMPARE(_table->fstabDevices(), QStringList({device, text("/dev/sdb1")}));
+    for (const QString &file : {Fstab, Mtab})
+        QCOMPARE(_table->deviceOptions(device, file), QStringList());
+    QCOMPARE(_table->mountedType(device), QString());
+    QCOMPARE(_errors, QStringList());
+    QCOMPARE(_table->mountPoint(device), QString());
+    QCOMPARE(_errors, QStringList{text("Device %1 not mounted").arg(device)});
+    QCOMPARE(_table->passedOver(), QStringList{device + text(" on /a: its name is not valid in the character encoding "
+                                                             "of this system")});
+}
+
+/// As for "mount", which finds no such device.
+void TestDeviceTable::aByteOrderMarkIsAPartOfTheFirstName()
+{
+    fstab("\xef\xbb\xbf/dev/sda1 / ext4 usrquota 0 1\n");
+    QCOMPARE(_table->quotaDevices(), QStringList());
+    QVERIFY(!_table->hasQuotaOption(text("/dev/sda1"), UserQuota, Fstab));
+    QCOMPARE(_table->passedOver(), QStringList{QChar(QChar::ByteOrderMark) +
+                                               text("/dev/sda1 on /: a byte order mark stands before it, which mount "
+                                                    "takes for a part of the name")});
+}
+
+/// Their first column is a folder, or a node, and may be what the name of a device ends with.
+void TestDeviceTable::bindMountsAreNotTheDevice()
+{
+    const QString device = text("/dev/mapper/home");
+    const QByteArray lines = "/home /srv/a none usrquota,bind 0 0\n"
+                             "/dev/mapper/home /srv/b ext4 grpquota,rbind 0 0\n";
+    fstab(lines + "UUID=h /home ext4 rw 0 2\n");
+    mtab(lines + "/dev/mapper/home /home ext4 ro 0 0\n");
+    blkid("/dev/mapper/home: UUID=\"h\" TYPE=\"ext4\"\n");
+    QCOMPARE(_table->deviceOptions(device, Fstab), QStringList{text("rw")});
+    QCOMPARE(_table->deviceOptions(device, Mtab), QStringList{text("ro")});
+    QCOMPARE(_table->deviceOptions(text("/home"), Mtab), QStringList());
+    QCOMPARE(_table->mountPoint(device), text("/home"));
+    QCOMPARE(_table->mountedType(device), text("ext4"));
+    QCOMPARE(_table->fstabDevices(), QStringList({device, device, device})); // one for each line
 }
 
 void TestDeviceTable::missingColumnsAreHarmless()

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryFile>
+#include <QTextCodec>
 #include <QtTest>
 
 #include <algorithm>
@@ -195,6 +196,7 @@ class TestFstabRewrite : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8")); }
     void commentsAndBlankLinesGo();
     void columnsArePartedByTwoBlanks();
     void theOptionsOfTheDeviceAreReplaced();
@@ -207,6 +209,8 @@ private Q_SLOTS:
     void journaledOptionsAreNotMixed();
     void aLineThatMeansTheDeviceIsNamed_data();
     void aLineThatMeansTheDeviceIsNamed();
+    void bindMountsAreNoLinesOfTheDevice_data();
+    void bindMountsAreNoLinesOfTheDevice();
     void otherLinesKeepTheirBytes_data();
     void otherLinesKeepTheirBytes();
     void optionsThatWereThereKeepTheirBytes();
@@ -218,6 +222,7 @@ private Q_SLOTS:
     void aTableThatIsNotSafeIsRefused_data();
     void aTableThatIsNotSafeIsRefused();
     void anOptionThatCannotBeReadBackIsRefused();
+    void aNameThatIsNoTextIsNotTheDevice();
     void anyTableReadsTheSameButForTheOption();
     void findmntAgrees();
 };
@@ -372,6 +377,34 @@ void TestFstabRewrite::aLineThatMeansTheDeviceIsNamed()
     QTEST(removed.matters, "mattersForRemoval");
 }
 
+void TestFstabRewrite::bindMountsAreNoLinesOfTheDevice_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("type none") << QByteArray("/dev/mapper/home  /mnt/node  none  rw,usrquota  0  0");
+    QTest::newRow("bind") << QByteArray("/home  /srv/home  ext4  rw,bind,usrquota  0  0");
+    QTest::newRow("rbind") << QByteArray("/home  /srv/home  auto  rbind  0  0");
+    QTest::newRow("both") << QByteArray("/home  /srv/home  none  bind  0  0");
+}
+
+/// What is mounted there is a folder, or the node of a device, whose name may end as that of the device does.
+void TestFstabRewrite::bindMountsAreNoLinesOfTheDevice()
+{
+    QFETCH(QByteArray, line);
+    const QString device = QStringLiteral("/dev/mapper/home");
+    const BlkidTable disks({QStringLiteral("/dev/mapper/home: UUID=\"a-1\" TYPE=\"ext4\"")});
+    const auto changedBy = [&](const QByteArray &table, const OptionChange &change) {
+        return rewriteFstab(table, device, change, disks);
+    };
+    const QByteArray own = "UUID=a-1  /home  ext4  rw";
+    QCOMPARE(changedBy(line + '\n' + own + "  0  2\n", AddUser).content, line + '\n' + own + ",usrquota  0  2\n");
+    QCOMPARE(changedBy(line + '\n' + own + ",usrquota  0  2\n", RemoveUser).content, line + '\n' + own + "  0  2\n");
+
+    const FstabRewrite alone = changedBy(line + '\n', AddUser);
+    QCOMPARE(alone.refusal, refusal("none of its lines names the device /dev/mapper/home by its path or by UUID="));
+    const BlkidTable another({QStringLiteral("/dev/sda1: TYPE=\"ext4\"")});
+    QCOMPARE(rewriteFstab(line + '\n', device, AddUser, another).refusal, alone.refusal);
+}
+
 void TestFstabRewrite::otherLinesKeepTheirBytes_data()
 {
     QTest::addColumn<QByteArray>("line");
@@ -457,6 +490,12 @@ void TestFstabRewrite::aTableThatIsNotSafeIsRefused_data()
                            << text("none of its lines names the device /dev/sda1 by its path or by UUID=");
     QTest::newRow("NUL byte") << own + QByteArray("/dev/sdb1 /s\0v ext4 rw 0 0\nproc /proc proc rw 0 0\n", 49)
                               << text("its line 3 contains a NUL byte; take it out there");
+    const QString mark = text("it begins with a byte order mark, which mount takes for a part of the first line; save "
+                              "it without that mark");
+    QTest::newRow("byte order mark before a comment") << "\xef\xbb\xbf" + own << mark;
+    QTest::newRow("byte order mark before a line") << "\xef\xbb\xbf/dev/sdb1 /srv ext4 rw 0 0\n" + own << mark;
+    QTest::newRow("byte order mark before the line of the device")
+        << QByteArray("\xef\xbb\xbf/dev/sda1 / ext4 rw 0 1\n") << mark;
     QTest::newRow("NUL byte in a comment")
         << QByteArray("# \0\n", 4) + own << text("its line 1 contains a NUL byte; take it out there");
 }
@@ -475,6 +514,19 @@ void TestFstabRewrite::anOptionThatCannotBeReadBackIsRefused()
     const FstabRewrite result = rewrite("/dev/sda1 / ext4 rw 0 1\n", {QString(1, QChar(0))});
     QCOMPARE(result.refusal, QStringLiteral("File /etc/fstab was not changed: it would not read the same afterwards"));
     QCOMPARE(result.content, QByteArray());
+}
+
+/// Bytes that are no text in the encoding of the locale would be those of another device as a text.
+void TestFstabRewrite::aNameThatIsNoTextIsNotTheDevice()
+{
+    const QString device = QString::fromUtf8("/dev/mapper/gr\xef\xbf\xbdn"); // what stands for a byte that is none
+    const BlkidTable disks({device + QStringLiteral(": TYPE=\"ext4\"")});
+    const QByteArray own = device.toUtf8() + "  /  ext4  ";
+    const QByteArray other = "/dev/mapper/gr\xfcn  /srv  ext4  rw  0  0\n";
+    QCOMPARE(rewriteFstab(own + "rw  0  1\n" + other, device, AddUser, disks).content,
+             own + "rw,usrquota  0  1\n" + other);
+    QVERIFY(rewriteFstab(other, device, AddUser, disks)
+                .refusal.endsWith(device + QStringLiteral(" by its path or by UUID=")));
 }
 
 /// Switching each kind on and off, whatever the table: each of its lines mounts as before but for the one option.
