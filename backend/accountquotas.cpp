@@ -64,15 +64,17 @@ AccountDevice AccountQuotas::knownDevice(const QString &device, QuotaKind kind)
     const Reporter::Once once(_reporter, reported);
     facts.deviceName = device;
     facts.filesystemType = _devices.mountedType(device);
+    MountEntry line;
     if (!facts.filesystemType.isEmpty())
-        facts.mountPoint = _devices.mountPoint(device);
+        line = _devices.mountedLine(device).value_or(line);
+    facts.mountPoint = line.dir;
     facts.optionInForce = _devices.hasQuotaOption(device, kind, SystemNames::Mtab);
     facts.optionIsMounted = facts.optionInForce;
-    facts.fileExists = _kinds.quotaFileExists(device, kind);
+    facts.fileExists = _kinds.quotaFile(device, kind).exists();
     const std::optional<bool> isOn = _kinds.askWhetherOn(device, kind);
     facts.kindIsOn = isOn.value_or(false);
 
-    AccountDevice known(MountedDevice(device, facts.kindIsOn ? _devices.mountPoint(device) : QString()));
+    AccountDevice known(MountedDevice(device, facts.kindIsOn ? line.dirBytes : QByteArray()));
     known.facts = facts;
     if (!isOn)
         known.failure = reported.join(QLatin1Char('\n'));

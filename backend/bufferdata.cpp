@@ -103,6 +103,7 @@ MountEntry toEntry(const MountColumns &columns)
     entry.fsName = columns.spelling();
     entry.canNameDevice = columns.canNameDevice();
     entry.dir = QString::fromLocal8Bit(columns.dir);
+    entry.dirBytes = columns.dir;
     entry.type = QString::fromLocal8Bit(columns.type);
     entry.opts = QString::fromLocal8Bit(columns.opts);
     entry.freq = columns.freq;

@@ -4,7 +4,10 @@
 #include "devicetable.h"
 
 #include "bufferdata.h"
+#include "mounteddevice.h"
 #include "systemnames.h"
+
+#include <QFile>
 
 #include <algorithm>
 
@@ -28,7 +31,8 @@ DeviceTable::DeviceTable(BufferData &buffer, QObject *parent)
         _blkid.reset();
         _fstab.reset();
         _mtab.reset();
-        _mountPoints.reset();
+        _mtabByName.reset();
+        _mtabByNumber.reset();
     });
 }
 
@@ -60,25 +64,34 @@ QStringList DeviceTable::deviceOptions(const QString &device, const QString &fil
         return {};
     }
     const MountEntry *line = (isFstab ? fstab() : mtab()).lineNaming(device);
-    return line != nullptr ? line->opts.split(QLatin1Char(',')) : QStringList();
+    if (line != nullptr)
+        return line->options();
+    const std::optional<MountEntry> numbered = isFstab ? std::nullopt : lineByNumber(device);
+    return numbered ? numbered->options() : QStringList();
 }
 
 QString DeviceTable::mountPoint(const QString &device)
 {
-    if (!isMounted(device))
+    return mountedLine(device).value_or(MountEntry()).dir;
+}
+
+std::optional<MountEntry> DeviceTable::mountedLine(const QString &device)
+{
+    std::optional<MountEntry> line = lineInMtab(device);
+    if (!line)
         Q_EMIT error(tr("Device %1 not mounted").arg(device));
-    return mountPoints().value(device);
+    return line;
 }
 
 bool DeviceTable::isMounted(const QString &device)
 {
-    return mountPoints().contains(device);
+    return lineInMtab(device).has_value();
 }
 
 QString DeviceTable::mountedType(const QString &device)
 {
     const MountEntry *line = mtab().lineFor(device);
-    return line != nullptr ? line->type : QString();
+    return line != nullptr ? line->type : lineByNumber(device).value_or(MountEntry()).type;
 }
 
 /// A journaled kind is in force under another word, and then its own word never gets into "/etc/mtab".
@@ -176,16 +189,39 @@ const MountTable &DeviceTable::mtab()
     return *_mtab;
 }
 
-/// By the spelling of "/etc/mtab", for which nobody has to be asked; of two entries the first counts.
-const QHash<QString, QString> &DeviceTable::mountPoints()
+/// By the spelling of "/etc/mtab", for which "blkid" need not be asked; of two lines the first counts.
+std::optional<MountEntry> DeviceTable::lineInMtab(const QString &device)
 {
-    if (!_mountPoints) {
-        _mountPoints.emplace();
+    if (!_mtabByName) {
+        _mtabByName.emplace();
         const QVector<MountEntry> entries = trustworthy(_buffer.mtabEntries());
         for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
             if (entry->canNameDevice)
-                _mountPoints->insert(entry->fsName, entry->dir);
+                _mtabByName->insert(entry->fsName, *entry);
         }
     }
-    return *_mountPoints;
+    const auto line = _mtabByName->constFind(device);
+    return line == _mtabByName->cend() ? lineByNumber(device) : std::make_optional(*line);
+}
+
+/// For a device that no line of "/etc/mtab" names: the kernel can have mounted it under a name of its own.
+std::optional<MountEntry> DeviceTable::lineByNumber(const QString &device)
+{
+    const std::optional<dev_t> number = deviceNumber(QFile::encodeName(device));
+    if (!number)
+        return std::nullopt;
+    if (!_mtabByNumber) {
+        _mtabByNumber.emplace();
+        const QVector<MountEntry> entries = trustworthy(_buffer.mtabEntries());
+        for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+            // Others are not looked at: the server of one may not answer.
+            const bool isDisk =
+                SystemNames::isQuotaFilesystem(entry->type) && entry->fsName.startsWith(QLatin1Char('/'));
+            const std::optional<dev_t> shown = isDisk ? numberOfDeviceAt(entry->dirBytes) : std::nullopt;
+            if (shown)
+                _mtabByNumber->insert(*shown, *entry);
+        }
+    }
+    const auto line = _mtabByNumber->constFind(*number);
+    return line == _mtabByNumber->cend() ? std::nullopt : std::make_optional(*line);
 }

@@ -20,7 +20,8 @@ class BufferData;
 /// Which devices there are, how the mount tables spell them, where they are mounted and with which options.
 /// Answers from the sources of a BufferData, follows when that forgets them, and belongs to its thread.
 ///
-/// Lines of "/etc/mtab" whose type begins with "fuse" are passed over: anybody can make them, with any name.
+/// Lines of "/etc/mtab" whose type begins with "fuse" are passed over: anybody can make them, with any name. A device
+/// that is mounted under a name of its own ("/dev/root") is known by its number.
 class DeviceTable : public QObject
 {
     Q_OBJECT
@@ -43,7 +44,9 @@ public:
 
     /// What "blkid" says. Can take a minute when it is first asked for.
     const BlkidTable &blkid();
-    /// Whether a mount point is known of the device, which is no error otherwise.
+    /// The line of "/etc/mtab" that mountPoint() is from; none, which is an error, when the device is not mounted.
+    std::optional<MountEntry> mountedLine(const QString &device);
+    /// The same, without an error.
     bool isMounted(const QString &device);
 
 Q_SIGNALS:
@@ -56,11 +59,13 @@ private:
     QString passedOverText(const MountEntry &entry);
     const MountTable &fstab();
     const MountTable &mtab();
-    const QHash<QString, QString> &mountPoints();
+    std::optional<MountEntry> lineInMtab(const QString &device);
+    std::optional<MountEntry> lineByNumber(const QString &device);
 
     BufferData &_buffer;
     std::optional<BlkidTable> _blkid;
     std::optional<MountTable> _fstab;
     std::optional<MountTable> _mtab;
-    std::optional<QHash<QString, QString>> _mountPoints;
+    std::optional<QHash<QString, MountEntry>> _mtabByName;
+    std::optional<QHash<quint64, MountEntry>> _mtabByNumber;
 };

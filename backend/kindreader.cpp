@@ -9,24 +9,33 @@
 #include "reporter.h"
 #include "systemnames.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QVector>
 
 #include <cerrno>
+
+#include <sys/stat.h>
 
 KindReader::KindReader(DeviceTable &devices, Reporter &reporter)
     : _devices(devices)
     , _reporter(reporter)
 {}
 
-bool KindReader::quotaFileExists(const QString &device, QuotaKind kind)
+QuotaFile KindReader::quotaFile(const QString &device, QuotaKind kind)
 {
-    QString folder = _devices.mountPoint(device);
-    if (folder.isEmpty()) // not mounted: a file below "/" would be another device's
-        return false;
-    if (folder.endsWith(QLatin1Char('/')))
-        folder.chop(1);
-    return QFileInfo::exists(QStringLiteral("%1/%2").arg(folder, SystemNames::quotaFileName(kind)));
+    QuotaFile file{SystemNames::quotaFileName(kind), std::nullopt};
+    const std::optional<MountEntry> line = _devices.mountedLine(device);
+    if (!line || line->dirBytes.isEmpty()) // not mounted: a file below "/" would be another device's
+        return file;
+    file.name = SystemNames::quotaFileName(line->options(), kind);
+    QByteArray path = line->dirBytes;
+    if (!path.endsWith('/'))
+        path += '/';
+    path += QFile::encodeName(file.name);
+    struct stat facts = {};
+    if (stat(path.constData(), &facts) == 0)
+        file.lastWritten = QDateTime::fromSecsSinceEpoch(facts.st_mtime);
+    return file;
 }
 
 bool KindReader::isQuotaOn(const QString &device, QuotaKind kind)
@@ -71,7 +80,9 @@ KindState KindReader::read(const QString &device, QuotaKind kind)
     settings.optionInForce = _devices.hasQuotaOption(device, kind, SystemNames::Mtab);
     settings.optionConfigured = _devices.hasQuotaOption(device, kind, SystemNames::Fstab);
     settings.quotaOn = isQuotaOn(device, kind);
-    settings.fileExists = quotaFileExists(device, kind);
+    const QuotaFile file = quotaFile(device, kind);
+    settings.fileExists = file.exists();
+    settings.fileName = file.name;
     if (settings.quotaOn) {
         const std::optional<dqinfo> info = askInfo(device, kind);
         if (info) {

@@ -6,6 +6,7 @@
 #include <kindsettings.h>
 #include <quotakind.h>
 
+#include <QDateTime>
 #include <QString>
 
 #include <optional>
@@ -22,6 +23,15 @@ struct KindState
     bool isFilesystemFeature = false; ///< the file system keeps this kind in itself, without options and files
 };
 
+/// The file in the mount point that keeps a kind of quota.
+struct QuotaFile
+{
+    QString name;                         ///< the usual one, unless a mount option names another
+    std::optional<QDateTime> lastWritten; ///< none when there is no such file
+
+    bool exists() const { return lastWritten.has_value(); }
+};
+
 /// Asks the mount tables, the mount point and the kernel about one kind of quota on one device.
 /// Belongs to the thread of its DeviceTable.
 class KindReader
@@ -30,8 +40,8 @@ public:
     /// What it is made with is not owned and must live longer.
     KindReader(DeviceTable &devices, Reporter &reporter);
 
-    /// Whether the quota file stands in the device's mount point. An error when the device is not mounted.
-    bool quotaFileExists(const QString &device, QuotaKind kind);
+    /// Looks for the quota file. An error when the device is not mounted.
+    QuotaFile quotaFile(const QString &device, QuotaKind kind);
     /// What the kernel says. That it is off is no error.
     bool isQuotaOn(const QString &device, QuotaKind kind);
     /// What a device is for askWhetherOn() of which the kernel says that it is mounted nowhere.

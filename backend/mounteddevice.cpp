@@ -3,8 +3,6 @@
 
 #include "mounteddevice.h"
 
-#include <QFile>
-
 #include <utility>
 
 #include <fcntl.h>
@@ -18,19 +16,30 @@ namespace
 bool isOnDevice(int descriptor, const QByteArray &device)
 {
     struct stat mounted = {};
-    struct stat special = {};
-    return fstat(descriptor, &mounted) == 0 && stat(device.constData(), &special) == 0 && S_ISBLK(special.st_mode) &&
-           mounted.st_dev == special.st_rdev;
+    return fstat(descriptor, &mounted) == 0 && deviceNumber(device) == mounted.st_dev;
 }
 
 } // namespace
 
-MountedDevice::MountedDevice(const QString &path, const QString &mountPoint)
+std::optional<dev_t> deviceNumber(const QByteArray &path)
+{
+    struct stat special = {};
+    const bool isDevice = stat(path.constData(), &special) == 0 && S_ISBLK(special.st_mode);
+    return isDevice ? std::make_optional(special.st_rdev) : std::nullopt;
+}
+
+std::optional<dev_t> numberOfDeviceAt(const QByteArray &folder)
+{
+    struct stat facts = {};
+    return stat(folder.constData(), &facts) == 0 ? std::make_optional(facts.st_dev) : std::nullopt;
+}
+
+MountedDevice::MountedDevice(const QString &path, const QByteArray &mountPoint)
     : _path(path.toUtf8())
 {
     if (mountPoint.isEmpty())
         return;
-    _descriptor = open(QFile::encodeName(mountPoint).constData(), O_PATH | O_CLOEXEC);
+    _descriptor = open(mountPoint.constData(), O_PATH | O_CLOEXEC);
     if (_descriptor != -1 && !isOnDevice(_descriptor, _path))
         close();
 }

@@ -119,7 +119,7 @@ bool QuotaManager::hasQuotaOption(const QString &device, QuotaKind kind, const Q
 
 bool QuotaManager::quotaFileExists(const QString &device, QuotaKind kind)
 {
-    return _kinds->quotaFileExists(device, kind);
+    return _kinds->quotaFile(device, kind).exists();
 }
 
 bool QuotaManager::isQuotaOn(const QString &device, QuotaKind kind)
@@ -250,8 +250,9 @@ DeviceSettings QuotaManager::readDevice(const QString &device)
     settings.groupSettings = groups.settings;
     settings.filesystemType = mountedType(device);
     if (!settings.filesystemType.isEmpty()) {
-        settings.mountPoint = mountPoint(device);
-        settings.size = sizeOf(MountedDevice(device, settings.mountPoint));
+        const MountEntry line = _devices->mountedLine(device).value_or(MountEntry());
+        settings.mountPoint = line.dir;
+        settings.size = sizeOf(MountedDevice(device, line.dirBytes));
     }
     if (users.isFilesystemFeature || groups.isFilesystemFeature)
         settings.features.append(DeviceSettings::quotaFeature());

@@ -55,7 +55,8 @@ public:
     QStringList quotaDevices();
     /// The mount options of the first entry for the device in "/etc/fstab" or "/etc/mtab".
     QStringList deviceOptions(const QString &device, const QString &fileName);
-    /// By the spelling of "/etc/mtab"; an error when that has no such device.
+    /// By the spelling of "/etc/mtab", or by the device's number where that calls it by another name ("/dev/root"); an
+    /// error when it has no such device.
     QString mountPoint(const QString &device);
     /// The file-system type under which a device is mounted, by any spelling that resolves. Empty, without an error,
     /// when it is not.
@@ -65,7 +66,8 @@ public:
 
     // One kind of quota on one device.
 
-    /// Whether the quota file stands in the device's mount point. An error when the device is not mounted.
+    /// Whether the quota file, by its usual name or by that of a mount option, stands in the device's mount point. An
+    /// error when the device is not mounted.
     bool quotaFileExists(const QString &device, QuotaKind kind);
     /// What the kernel says. That it is off is no error.
     bool isQuotaOn(const QString &device, QuotaKind kind);

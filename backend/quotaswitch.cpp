@@ -48,10 +48,10 @@ bool QuotaSwitch::applySettings(const KindSettings &settings, QuotaKind kind, Gr
 
     if (!remount(device, kind, edit).isDone && edit.hasWritten())
         return true;
-    bool hasFile = _tools.kinds.quotaFileExists(device, kind);
+    bool hasFile = _tools.kinds.quotaFile(device, kind).exists();
     if (!hasFile && isMountedWithOption(device, kind)) {
         _tools.programs.createQuotaFiles(device, kind);
-        hasFile = _tools.kinds.quotaFileExists(device, kind);
+        hasFile = _tools.kinds.quotaFile(device, kind).exists();
     }
     if (!hasFile)
         return true;
@@ -112,7 +112,7 @@ bool QuotaSwitch::tryToSwitchOn(const QString &device, QuotaKind kind, QStringLi
     const FstabEdit edit = _tools.fstab.setOption(device, kind, true);
     if (!edit.isDone)
         return false;
-    if (!_tools.kinds.quotaFileExists(device, kind)) {
+    if (!_tools.kinds.quotaFile(device, kind).exists()) {
         const ProgramStep mounted = remount(device, kind, edit);
         if (!mounted.isDone && edit.hasWritten())
             return false;

@@ -76,4 +76,11 @@ constexpr QLatin1String quotaFileName(QuotaKind kind)
     return kind == GroupQuota ? name("aquota.group") : name("aquota.user");
 }
 
+/// The same under these options of the mounted device.
+inline QString quotaFileName(const QStringList &options, QuotaKind kind)
+{
+    const QString journaled = journaledOption(options, kind);
+    return journaled.isEmpty() ? QString(quotaFileName(kind)) : journaled.mid(journaledWord(kind).size());
+}
+
 } // namespace SystemNames

@@ -16,6 +16,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
 #include <QVector>
 
@@ -110,7 +111,8 @@ int main(int argc, char **argv)
         case Loop:
             return runLoop(ids, device.toUtf8());
         case LoopByDescriptor:
-            return runLoopByDescriptor(ids, MountedDevice(device, QuotaManager().mountPoint(device)));
+            return runLoopByDescriptor(ids,
+                                       MountedDevice(device, QFile::encodeName(QuotaManager().mountPoint(device))));
         case Read:
             return runTask(users);
         case Repquota:

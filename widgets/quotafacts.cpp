@@ -14,7 +14,8 @@ QStringList QuotaFacts::ofKind(const DeviceSettings &settings, QuotaKind kind)
     const bool isGroup = kind == GroupQuota;
     const KindSettings &facts = isGroup ? settings.groupSettings : settings.userSettings;
     const QString option = isGroup ? QStringLiteral("grpquota") : QStringLiteral("usrquota");
-    const QString file = isGroup ? QStringLiteral("aquota.group") : QStringLiteral("aquota.user");
+    const QString usual = isGroup ? QStringLiteral("aquota.group") : QStringLiteral("aquota.user");
+    const QString file = facts.fileName.isEmpty() ? usual : facts.fileName;
 
     QStringList texts;
     if (isGroup)

@@ -15,6 +15,7 @@ struct KindSettings
     bool optionConfigured = false; ///< the kind's option stands in "/etc/fstab"
     bool quotaOn = false;          ///< as read: the kind is on; handed to an update: the wish that it be on
     bool fileExists = false;       ///< the kind's quota file stands in the device's mount point
+    QString fileName;              ///< of the quota file, where a mount option can name another than the usual
     TimePeriod blockGrace;         ///< for space; zero unless the kind is on
     TimePeriod inodeGrace;         ///< for files; zero unless the kind is on
 };

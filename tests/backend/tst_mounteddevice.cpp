@@ -120,8 +120,8 @@ void TestMountedDevice::whatIsNoBlockDeviceIsAskedByItsPath()
 {
     verify(read());
     QCOMPARE(questions(false), Accounts);
-    QCOMPARE(MountedDevice(QStringLiteral("/proc"), QStringLiteral("/proc")).descriptor(), -1);
-    QCOMPARE(MountedDevice(Sda, QStringLiteral("/is/not/there")).descriptor(), -1);
+    QCOMPARE(MountedDevice(QStringLiteral("/proc"), "/proc").descriptor(), -1);
+    QCOMPARE(MountedDevice(Sda, "/is/not/there").descriptor(), -1);
 }
 
 /// A kernel that refuses says so in the same words, once, whichever way it is asked.
@@ -142,7 +142,7 @@ void TestMountedDevice::aFailureIsToldByThePath()
 void TestMountedDevice::aDescriptorHasOneOwner()
 {
     _sandbox.kernel().mount("/dev/sda1", _folder.toUtf8());
-    MountedDevice first(Sda, _folder);
+    MountedDevice first(Sda, _folder.toUtf8());
     const int descriptor = first.descriptor();
     QVERIFY(descriptor != -1);
     MountedDevice second(std::move(first));

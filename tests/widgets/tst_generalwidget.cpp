@@ -412,6 +412,11 @@ void TestGeneralWidget::factsOfAKind()
     QCOMPARE(texts("_groupsListWidget"), groupsTexts.split(QLatin1Char('|')));
     QVERIFY(find<QListWidget>("_deviceFactsListWidget")->isHidden());
     QCOMPARE(find<QLabel>("_deviceFilesystemLabel")->text(), QStringLiteral("ext4"));
+
+    DeviceSettings named = device(kind(true, true, true, true), kind(false, false, false, false));
+    named.userSettings.fileName = QStringLiteral("quota.user");
+    show(named);
+    QVERIFY(texts("_usersListWidget").contains(QStringLiteral("Quota file quota.user is present")));
 }
 
 void TestGeneralWidget::aFileSystemWithItsOwnQuota()
