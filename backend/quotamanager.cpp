@@ -78,6 +78,7 @@ QuotaManager::QuotaManager(QObject *parent)
     connect(_programs.get(), &QuotaPrograms::error, this, &QuotaManager::error);
     connect(_programs.get(), &QuotaPrograms::detail, this, &QuotaManager::detail);
     connect(_switch.get(), &QuotaSwitch::error, this, &QuotaManager::error);
+    connect(_switch.get(), &QuotaSwitch::detail, this, &QuotaManager::detail);
 }
 
 QuotaManager::~QuotaManager() = default;

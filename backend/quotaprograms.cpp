@@ -16,6 +16,11 @@ QString kindSwitch(QuotaKind kind)
     return kind == GroupQuota ? QStringLiteral("-g") : QStringLiteral("-u");
 }
 
+QStringList countArguments(const QString &device, QuotaKind kind)
+{
+    return {kindSwitch(kind) + QLatin1Char('m'), device};
+}
+
 QString complaintOf(const QString &program, const QStringList &arguments, const ProcessResult &result)
 {
     if (result.succeeded())
@@ -45,7 +50,7 @@ ProgramStep QuotaPrograms::createQuotaFiles(const QString &device, int type)
         return {};
     }
     const QString program = SystemNames::Quotacheck;
-    const QStringList arguments{kindSwitch(static_cast<QuotaKind>(type)) + QLatin1Char('m'), device};
+    const QStringList arguments = countArguments(device, static_cast<QuotaKind>(type));
     const ProcessResult result = run(program, arguments, ProgramWait, Process::NoLimit, Process::Messages::AsUser);
     if (result.end == ProcessResult::End::NotStarted) {
         Q_EMIT error(tr("Process %1 %2 can not started").arg(program, arguments.join(QLatin1Char(' '))));
@@ -53,6 +58,11 @@ ProgramStep QuotaPrograms::createQuotaFiles(const QString &device, int type)
     }
     // Done either way: whether the file is there now is asked of the file.
     return {true, complaintOf(program, arguments, result)};
+}
+
+QString QuotaPrograms::countCommand(const QString &device, QuotaKind kind)
+{
+    return SystemNames::Quotacheck + QLatin1Char(' ') + countArguments(device, kind).join(QLatin1Char(' '));
 }
 
 bool QuotaPrograms::runQuotaOnOff(const QString &device, QuotaKind kind, bool on)

@@ -33,6 +33,9 @@ public:
     /// The same; what would be an error is the step's complaint.
     ProgramStep tryQuotaOnOff(const QString &device, QuotaKind kind, bool on);
 
+    /// How an administrator has a kind counted that is off.
+    static QString countCommand(const QString &device, QuotaKind kind);
+
 Q_SIGNALS:
     void error(const QString &message);
     /// Which program runs now, or how it ended.

@@ -48,7 +48,8 @@ bool QuotaSwitch::applySettings(const KindSettings &settings, QuotaKind kind, Gr
 
     if (!remount(device, kind, edit).isDone && edit.hasWritten())
         return true;
-    bool hasFile = _tools.kinds.quotaFile(device, kind).exists();
+    const QuotaFile file = _tools.kinds.quotaFile(device, kind);
+    bool hasFile = file.exists();
     if (!hasFile && isMountedWithOption(device, kind)) {
         _tools.programs.createQuotaFiles(device, kind);
         hasFile = _tools.kinds.quotaFile(device, kind).exists();
@@ -58,8 +59,8 @@ bool QuotaSwitch::applySettings(const KindSettings &settings, QuotaKind kind, Gr
     if (_tools.kinds.isQuotaOn(device, kind)) {
         if (graces == Graces::Set)
             setGrace(settings, kind);
-    } else if (isMountedWithOption(device, kind)) {
-        _tools.programs.runQuotaOnOff(device, kind, true);
+    } else if (isMountedWithOption(device, kind) && _tools.programs.runQuotaOnOff(device, kind, true)) {
+        tellOldCounts(device, kind, file);
     }
     return true;
 }
@@ -112,7 +113,8 @@ bool QuotaSwitch::tryToSwitchOn(const QString &device, QuotaKind kind, QStringLi
     const FstabEdit edit = _tools.fstab.setOption(device, kind, true);
     if (!edit.isDone)
         return false;
-    if (!_tools.kinds.quotaFile(device, kind).exists()) {
+    const QuotaFile file = _tools.kinds.quotaFile(device, kind);
+    if (!file.exists()) {
         const ProgramStep mounted = remount(device, kind, edit);
         if (!mounted.isDone && edit.hasWritten())
             return false;
@@ -124,7 +126,10 @@ bool QuotaSwitch::tryToSwitchOn(const QString &device, QuotaKind kind, QStringLi
         if (!counted.isDone)
             return false;
     }
-    return switchOnWithFile(device, kind, edit, complaints);
+    const bool isOn = switchOnWithFile(device, kind, edit, complaints);
+    if (isOn)
+        tellOldCounts(device, kind, file);
+    return isOn;
 }
 
 /// A quota file may be there from earlier, and the option not be in force yet: then "quotaon" refuses it.
@@ -145,6 +150,16 @@ bool QuotaSwitch::switchOnWithFile(const QString &device, QuotaKind kind, const 
     }
     Q_EMIT error(step.complaint);
     return false;
+}
+
+/// A file that was there before is not counted anew. `file` is as it was before it was switched on.
+void QuotaSwitch::tellOldCounts(const QString &device, QuotaKind kind, const QuotaFile &file)
+{
+    if (file.exists())
+        Q_EMIT detail(tr("%1: quotas count on from the file %2, last written on %3. What was stored or removed between "
+                         "then and now is not counted; to count anew, switch them off, run %4 and switch them on.")
+                          .arg(device, file.name, file.lastWritten->toString(QStringLiteral("dd.MM.yyyy hh:mm")),
+                               QuotaPrograms::countCommand(device, kind)));
 }
 
 /// What was mounted with which options is another thing afterwards, also when it failed half-way.

@@ -18,6 +18,7 @@ class KindReader;
 class QuotaPrograms;
 struct FstabEdit;
 struct ProgramStep;
+struct QuotaFile;
 
 /// Strings the single steps together that switch a kind of quota on a device. Belongs to the thread of what it uses.
 ///
@@ -57,11 +58,14 @@ public:
 
 Q_SIGNALS:
     void error(const QString &message);
+    /// What an administrator has to know though all went well.
+    void detail(const QString &text);
 
 private:
     void switchOff(const QString &device, QuotaKind kind);
     bool tryToSwitchOn(const QString &device, QuotaKind kind, QStringList &complaints);
     bool switchOnWithFile(const QString &device, QuotaKind kind, const FstabEdit &edit, QStringList &complaints);
+    void tellOldCounts(const QString &device, QuotaKind kind, const QuotaFile &file);
     ProgramStep remount(const QString &device, QuotaKind kind, const FstabEdit &edit);
     void explainFailedRemount(const QString &device, QuotaKind kind, const FstabEdit &edit, const QString &complaint);
     bool isMountedWithOption(const QString &device, QuotaKind kind);

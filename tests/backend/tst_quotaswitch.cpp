@@ -6,6 +6,7 @@
 #include <generaldata.h>
 
 #include <QDir>
+#include <QFile>
 #include <QtTest>
 
 #include <cerrno>
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void onFromNothing_data() { kinds(); }
     void onFromNothing();
     void onWithAQuotaFile();
+    void onWithTheQuotaFileThatAnOptionNames();
     void onWhileItIsOnSetsTheGracePeriods_data() { kinds(); }
     void onWhileItIsOnSetsTheGracePeriods();
     void onWhereTheRemountIsRefused();
@@ -95,6 +97,7 @@ private Q_SLOTS:
 private:
     static void kinds();
     KindSettings settings(bool on) const;
+    void setAgeOfFile();
 
     SwitchedMachine _machine;
 };
@@ -116,6 +119,14 @@ KindSettings TestQuotaSwitch::settings(bool on) const
     settings.blockGrace = TimePeriod(604800 + 5);
     settings.inodeGrace = TimePeriod(3600);
     return settings;
+}
+
+/// As if the quota file of sda1 had last been written on the 9th of November 2021.
+void TestQuotaSwitch::setAgeOfFile()
+{
+    QFile file(_machine.sandbox().folder(text("sda1")) + text("/aquota.user"));
+    QVERIFY(file.open(QIODevice::Append) &&
+            file.setFileTime({{2021, 11, 9}, {17, 5}}, QFileDevice::FileModificationTime));
 }
 
 void TestQuotaSwitch::onFromNothing()
@@ -142,8 +153,42 @@ void TestQuotaSwitch::onFromNothing()
 void TestQuotaSwitch::onWithAQuotaFile()
 {
     _machine.makeQuotaFile(_machine.sda, UserQuota);
+    setAgeOfFile();
     QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
     QCOMPARE(_machine.programs(), QStringList({text("mount /dev/sda1 -o remount"), text("quotaon -u /dev/sda1")}));
+    QCOMPARE(_machine.errors(), QStringList());
+    const QString oldCounts =
+        text("/dev/sda1: quotas count on from the file aquota.user, last written on 09.11.2021 17:05. What was stored "
+             "or removed between then and now is not counted; to count anew, switch them off, run quotacheck -um "
+             "/dev/sda1 and switch them on.");
+    QCOMPARE(_machine.details().count(oldCounts), 1);
+
+    // On demand alike; and nothing is to be said of a file that has just been made.
+    _machine.setOn(_machine.sda, UserQuota, false);
+    QVERIFY(_machine.manager().switchOnDemand(_machine.sda, UserQuota));
+    QCOMPARE(_machine.details().count(oldCounts), 2);
+    QVERIFY(_machine.manager().switchOnDemand(_machine.sda, GroupQuota));
+    QVERIFY(_machine.manager().switchOnDemand(_machine.sdb, UserQuota));
+    QCOMPARE(_machine.details().filter(text("count on from")).size(), 2);
+}
+
+/// It is the one that the kernel writes to; "quotacheck" makes it under that name.
+void TestQuotaSwitch::onWithTheQuotaFileThatAnOptionNames()
+{
+    _machine.configure("rw,usrjquota=quota.user,jqfmt=vfsv1");
+    _machine.makeUseless(text("quotacheck"));
+    QFile file(_machine.sandbox().folder(text("sda1")) + text("/quota.user"));
+    connect(&_machine.manager(), &QuotaManager::detail, &_machine.manager(), [&](const QString &detail) {
+        if (detail.startsWith(text("quotacheck")))
+            QVERIFY(file.open(QIODevice::WriteOnly));
+    });
+    QVERIFY(_machine.manager().applyQuotaSettings(settings(true), UserQuota));
+    QCOMPARE(_machine.programs(), QStringList({text("mount /dev/sda1 -o remount"), text("quotacheck -um /dev/sda1"),
+                                               text("quotaon -u /dev/sda1")}));
+    QVERIFY(_machine.isOn(_machine.sda, UserQuota));
+    const KindSettings read = _machine.manager().readKindSettings(_machine.sda, UserQuota);
+    QVERIFY(read.fileExists);
+    QCOMPARE(read.fileName, text("quota.user"));
     QCOMPARE(_machine.errors(), QStringList());
 }
 
