@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QVector>
 
+#include <algorithm>
 #include <optional>
 
 namespace
@@ -214,21 +215,47 @@ QStringList changed(const QStringList &options, const OptionChange &change)
     return isThere ? options : options + QStringList{word};
 }
 
-/// The kernel does not mount a file system with an option of the old kind and one of the journaled kind; and a
-/// journaled option that stays would bring quotas back that were switched off.
-QString refusalForJournaled(const Row &row, const QString &device, const OptionChange &change)
+/// The kernel reads the words in their order: which of them says in the end whether a kind is on.
+QString decidingWord(const QStringList &options, QuotaKind kind)
 {
-    const QString journaled = SystemNames::journaledOption(row.options(), change.kind);
-    if (change.step == OptionChange::Step::Remove && !journaled.isEmpty())
+    const auto decides = [kind](const QString &option) {
+        return option == SystemNames::optionWord(kind) || option == SystemNames::NoQuotaWord ||
+               (kind == UserQuota && option == SystemNames::QuotaWord);
+    };
+    const auto word = std::find_if(options.crbegin(), options.crend(), decides);
+    return word == options.crend() ? QString() : *word;
+}
+
+/// An option that stays, and brings quotas back that were switched off.
+QString optionThatStays(const QStringList &options, QuotaKind kind)
+{
+    const QString journaled = SystemNames::journaledOption(options, kind);
+    const QString word = decidingWord(options, kind);
+    return journaled.isEmpty() && word != SystemNames::NoQuotaWord ? word : journaled;
+}
+
+/// What keeps the change of one word from being what was asked for: other options that stay, since they are for the
+/// administrator to change. The kernel does not mount a file system with an option of the old kind and one of the
+/// journaled kind.
+QString refusalForOptions(const Row &row, const QString &device, const OptionChange &change)
+{
+    const QString word = SystemNames::optionWord(change.kind);
+    const QString staying = optionThatStays(changed(row.options(), change), change.kind);
+    if (change.step == OptionChange::Step::Remove && !staying.isEmpty())
         return Texts::tr("its line %1 for %2 has the option %3, which brings these quotas back at the next start; take "
                          "it out there, then they can be switched off")
-            .arg(numberOf(row), device, journaled);
+            .arg(numberOf(row), device, staying);
+    if (change.step == OptionChange::Step::Add && row.options().contains(word) &&
+        decidingWord(row.options(), change.kind) == SystemNames::NoQuotaWord)
+        return Texts::tr("its line %1 for %2 has the option %3 after %4, which switches these quotas off at every "
+                         "mount; take %3 out there, then they can be switched on")
+            .arg(numberOf(row), device, SystemNames::NoQuotaWord, word);
     const QString other = journaledOptionOf(row.options());
     if (change.step == OptionChange::Step::Add && !other.isEmpty() && changed(row.options(), change) != row.options())
         return Texts::tr("its line %1 for %2 has the option %3, beside which the device could not be mounted with %4; "
                          "write %5%6 there instead and mount the device again, then these quotas can be switched on")
-            .arg(numberOf(row), device, other, SystemNames::optionWord(change.kind),
-                 SystemNames::journaledWord(change.kind), SystemNames::quotaFileName(change.kind));
+            .arg(numberOf(row), device, other, word, SystemNames::journaledWord(change.kind),
+                 SystemNames::quotaFileName(change.kind));
     return {};
 }
 
@@ -262,7 +289,7 @@ FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const 
         Row row{line, wordsOf(line.text), std::nullopt};
         if (blkid.resolve(row.spelling()) == device) {
             isNamed = true;
-            const QString refusal = refusalForJournaled(row, device, change);
+            const QString refusal = refusalForOptions(row, device, change);
             if (!refusal.isEmpty())
                 return refused(refusal);
             const QStringList options = changed(row.options(), change);

@@ -52,6 +52,10 @@ constexpr QLatin1String optionWord(QuotaKind kind)
     return kind == GroupQuota ? name("grpquota") : name("usrquota");
 }
 
+/// The same as usrquota, and what switches all kinds off again that stand before it.
+inline constexpr QLatin1String QuotaWord = name("quota");
+inline constexpr QLatin1String NoQuotaWord = name("noquota");
+
 /// The option under which a journaled file system keeps a kind of quota, and the format of both of its files.
 constexpr QLatin1String journaledWord(QuotaKind kind)
 {

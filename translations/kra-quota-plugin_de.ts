@@ -628,6 +628,10 @@
         <source>it begins with a byte order mark, which mount takes for a part of the first line; save it without that mark</source>
         <translation>sie beginnt mit einer Bytereihenfolge-Markierung (BOM), die mount für einen Teil der ersten Zeile hält; speichern Sie sie ohne diese Markierung</translation>
     </message>
+    <message>
+        <source>its line %1 for %2 has the option %3 after %4, which switches these quotas off at every mount; take %3 out there, then they can be switched on</source>
+        <translation>ihre Zeile %1 für %2 enthält nach %4 die Option %3, die diese Quotas bei jedem Einhängen ausschaltet; nehmen Sie %3 dort heraus, dann lassen sie sich einschalten</translation>
+    </message>
 </context>
 <context>
     <name>FstabWriter</name>

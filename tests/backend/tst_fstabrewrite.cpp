@@ -209,6 +209,7 @@ private Q_SLOTS:
     void journaledOptionsAreNotMixed();
     void aLineThatMeansTheDeviceIsNamed_data();
     void aLineThatMeansTheDeviceIsNamed();
+    void aKindIsSwitchedWhateverTheOrderOfWords();
     void bindMountsAreNoLinesOfTheDevice_data();
     void bindMountsAreNoLinesOfTheDevice();
     void otherLinesKeepTheirBytes_data();
@@ -375,6 +376,62 @@ void TestFstabRewrite::aLineThatMeansTheDeviceIsNamed()
     const FstabRewrite removed = rewrite(table, RemoveUser);
     QTEST(removed.refusal, "refusalText");
     QTEST(removed.matters, "mattersForRemoval");
+}
+
+/// "quota" is the kernel's other name for "usrquota", and "noquota" takes back what stands before it. What the change
+/// of one word cannot bring about is refused; what it does is so at the next mount.
+void TestFstabRewrite::aKindIsSwitchedWhateverTheOrderOfWords()
+{
+    const auto isOn = [](const QByteArray &options, QuotaKind kind) {
+        bool on = false;
+        const QByteArrayList words = options.split(',');
+        for (const QByteArray &word : words) {
+            if (word == (kind == GroupQuota ? "grpquota" : "usrquota") || (kind == UserQuota && word == "quota"))
+                on = true;
+            else if (word == "noquota")
+                on = false;
+        }
+        return on;
+    };
+    const QByteArrayList words = {"usrquota", "grpquota", "quota", "noquota", "rw"};
+    const int count = words.size();
+    int refusals = 0;
+    for (int number = 0; number < count * count * count * count; ++number) {
+        const QByteArray options = words.at(number % count) + ',' + words.at(number / count % count) + ',' +
+                                   words.at(number / count / count % count) + ',' +
+                                   words.at(number / count / count / count);
+        const QByteArray begin = "/dev/sda1  /  ext4  ";
+        const QByteArray table = begin + options + "  0  1\n";
+        for (const OptionChange &change : {AddUser, AddGroup, RemoveUser, RemoveGroup}) {
+            const bool isAdded = change.step == OptionChange::Step::Add;
+            const QByteArray word = change.kind == GroupQuota ? "grpquota" : "usrquota";
+            const QuotaKind otherKind = change.kind == GroupQuota ? UserQuota : GroupQuota;
+            const FstabRewrite result = rewrite(table, change);
+            QByteArrayList wanted = options.split(',');
+            if (!isAdded)
+                wanted.removeAll(word);
+            else if (!wanted.contains(word))
+                wanted.append(word);
+            const bool isAsWanted = isOn(wanted.join(','), change.kind) == isAdded;
+            if (isAsWanted) {
+                QCOMPARE(result.refusal, QString());
+                const QByteArray column = wanted.isEmpty() ? QByteArray("defaults") : wanted.join(',');
+                QCOMPARE(result.content, begin + column + "  0  1\n");
+                QCOMPARE(isOn(column, otherKind), isOn(options, otherKind));
+            } else {
+                ++refusals;
+                QCOMPARE(result.refusal, refusal(isAdded ? "its line 1 for /dev/sda1 has the option noquota after %1, "
+                                                           "which switches these quotas off at every mount; take "
+                                                           "noquota out there, then they can be switched on"
+                                                         : "its line 1 for /dev/sda1 has the option quota, which "
+                                                           "brings these quotas back at the next start; take it out "
+                                                           "there, then they can be switched off")
+                                             .replace(QStringLiteral("%1"), QString::fromLatin1(word)));
+                QVERIFY(result.matters);
+            }
+        }
+    }
+    QVERIFY(refusals > 0);
 }
 
 void TestFstabRewrite::bindMountsAreNoLinesOfTheDevice_data()
