@@ -57,7 +57,8 @@ QString AccountTable::whyWithoutQuota(const QString &name, QuotaKind kind)
     if (id(name, kind) != AbstractElementData::NoId)
         return {};
     if (ids(kind).contains(name))
-        return tr("%1 has the id %2, for which there are no quotas").arg(name).arg(quint32(AbstractElementData::NoId));
+        return tr("%1 has the id %2, for which there are no quotas")
+            .arg(name, QString::number(quint32(AbstractElementData::NoId)));
     return kind == GroupQuota ? tr("There is no group %1").arg(name) : tr("There is no user %1").arg(name);
 }
 

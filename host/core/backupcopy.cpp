@@ -88,7 +88,7 @@ QString BackupCopy::make(const QString &path, const QByteArray &bytes)
     for (int i = 1; !copy.become(target); ++i) {
         if (copy.error() != EEXIST)
             return {};
-        target = QStringLiteral("%1.%2").arg(first).arg(i);
+        target = QStringLiteral("%1.%2").arg(first, QString::number(i));
     }
     syncFolder(folder.path());
     removeSuperfluous(copiesIn(folder, name), target);

@@ -134,7 +134,7 @@ void Module::insertElementWidget(ElementEditor *editor)
     const int role = editor->role();
     if (elementWidget(type, role)) {
         const QString text = QStringLiteral("%1 has an editor of role %2 for %3 already");
-        throw std::logic_error(text.arg(d->name).arg(role).arg(type).toStdString());
+        throw std::logic_error(text.arg(d->name, QString::number(role), type).toStdString());
     }
     d->editors.push_back({owned.release(), editor->object(), type, role});
 }

@@ -85,7 +85,7 @@ bool NewFile::become(const QString &target)
 QString NewFile::keep()
 {
     for (int number = 1; !_isMoved; ++number) {
-        const QString kept = QStringLiteral("%1.kra-saved%2~").arg(_target).arg(number);
+        const QString kept = QStringLiteral("%1.kra-saved%2~").arg(_target, QString::number(number));
         if (become(kept))
             return kept;
         _isMoved = _error != EEXIST; // stays

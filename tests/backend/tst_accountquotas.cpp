@@ -274,18 +274,18 @@ void TestAccountQuotas::aNameThatIsNotThereNamesNobody()
 
 void TestAccountQuotas::anIdThatTheKernelCannotKnowNamesNobody()
 {
-    _sandbox.writeEtc(text("passwd"), "nobody:x:4294967295:1::/:/bin/sh\nanna:x:1000:1000::/home/anna:/bin/sh\n");
+    _sandbox.writeEtc(text("passwd"), "nobody%1:x:4294967295:1::/:/bin/sh\nanna:x:1000:1000::/home/anna:/bin/sh\n");
     const QuotaManager::Accounts users = _manager->readAllUsers();
     QCOMPARE(users.size(), std::size_t(2));
     QVERIFY(users.front()->deviceQuotas.isEmpty());
     QCOMPARE(users.back()->deviceQuotas.size(), 3);
-    const QString reason = text("nobody has the id 4294967295, for which there are no quotas");
+    const QString reason = text("nobody%1 has the id 4294967295, for which there are no quotas");
     QCOMPARE(_errors, QStringList()); // the read of all others did not fail
     QVERIFY(_details.contains(reason));
     QCOMPARE(users.front()->failures.keys(), (QList<QString>{Sda, Sdb, Sdc}));
     QCOMPARE(users.front()->failures.value(Sda), reason);
 
-    const UserData user = _manager->readUser(text("nobody"));
+    const UserData user = _manager->readUser(text("nobody%1"));
     QCOMPARE(_errors, QStringList{reason});
     QVERIFY(!_manager->writeQuotas(user, UserQuota));
     QCOMPARE(_errors, (QStringList{reason, reason}));
