@@ -11,6 +11,7 @@
 #include "quotaswitch.h"
 #include "reporter.h"
 
+#include <limitname.h>
 #include <memorysizetransfer.h>
 
 #include <algorithm>
@@ -39,17 +40,17 @@ struct Field
 {
     decltype(dqblk::dqb_bhardlimit) dqblk::*value;
     quint32 bit; ///< says to the kernel that the field is set
-    const char *name;
+    QString (*name)();
     QString (*text)(quint64);
 };
 
 constexpr std::array<Field, 6> Fields = {{
-    {&dqblk::dqb_bsoftlimit, QIF_BLIMITS, QT_TRANSLATE_NOOP("LimitsWriter", "soft limit on space"), sizeText},
-    {&dqblk::dqb_bhardlimit, QIF_BLIMITS, QT_TRANSLATE_NOOP("LimitsWriter", "hard limit on space"), sizeText},
-    {&dqblk::dqb_isoftlimit, QIF_ILIMITS, QT_TRANSLATE_NOOP("LimitsWriter", "soft limit on files"), countText},
-    {&dqblk::dqb_ihardlimit, QIF_ILIMITS, QT_TRANSLATE_NOOP("LimitsWriter", "hard limit on files"), countText},
-    {&dqblk::dqb_btime, QIF_BTIME, QT_TRANSLATE_NOOP("LimitsWriter", "time to force of space"), timeText},
-    {&dqblk::dqb_itime, QIF_ITIME, QT_TRANSLATE_NOOP("LimitsWriter", "time to force of files"), timeText},
+    {&dqblk::dqb_bsoftlimit, QIF_BLIMITS, LimitName::softSpace, sizeText},
+    {&dqblk::dqb_bhardlimit, QIF_BLIMITS, LimitName::hardSpace, sizeText},
+    {&dqblk::dqb_isoftlimit, QIF_ILIMITS, LimitName::softFiles, countText},
+    {&dqblk::dqb_ihardlimit, QIF_ILIMITS, LimitName::hardFiles, countText},
+    {&dqblk::dqb_btime, QIF_BTIME, LimitName::spaceTime, timeText},
+    {&dqblk::dqb_itime, QIF_ITIME, LimitName::filesTime, timeText},
 }};
 
 QString textOf(const Field &field, quint64 value)
@@ -152,7 +153,7 @@ bool LimitsWriter::mergeInto(dqblk &now, const dqblk &wanted, const dqblk &read,
         } else if (isEdited) {
             isWhole = false;
             _reporter.error(tr("%1: the %2 of %3 is %4 by now, not %5 as it was shown: %6 was not written")
-                                .arg(device, tr(field.name), account.name, textOf(field, found), textOf(field, shown),
+                                .arg(device, field.name(), account.name, textOf(field, found), textOf(field, shown),
                                      textOf(field, given)));
         }
         if (now.*field.value != 0)

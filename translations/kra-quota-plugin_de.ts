@@ -250,30 +250,6 @@
         <translation>aus</translation>
     </message>
     <message>
-        <source>soft limit on space</source>
-        <translation>weiche Grenze für Platz</translation>
-    </message>
-    <message>
-        <source>hard limit on space</source>
-        <translation>harte Grenze für Platz</translation>
-    </message>
-    <message>
-        <source>soft limit on files</source>
-        <translation>weiche Grenze für Dateien</translation>
-    </message>
-    <message>
-        <source>hard limit on files</source>
-        <translation>harte Grenze für Dateien</translation>
-    </message>
-    <message>
-        <source>time to force of space</source>
-        <translation>Fristende für Platz</translation>
-    </message>
-    <message>
-        <source>time to force of files</source>
-        <translation>Fristende für Dateien</translation>
-    </message>
-    <message>
         <source>quotas for groups</source>
         <translation>Quotas für Gruppen</translation>
     </message>
@@ -896,6 +872,33 @@ Jetzt neu starten?</translation>
     </message>
 </context>
 <context>
+    <name>LimitName</name>
+    <message>
+        <source>soft limit on space</source>
+        <translation>weiche Grenze für Platz</translation>
+    </message>
+    <message>
+        <source>hard limit on space</source>
+        <translation>harte Grenze für Platz</translation>
+    </message>
+    <message>
+        <source>soft limit on files</source>
+        <translation>weiche Grenze für Dateien</translation>
+    </message>
+    <message>
+        <source>hard limit on files</source>
+        <translation>harte Grenze für Dateien</translation>
+    </message>
+    <message>
+        <source>time to force of space</source>
+        <translation>Fristende für Platz</translation>
+    </message>
+    <message>
+        <source>time to force of files</source>
+        <translation>Fristende für Dateien</translation>
+    </message>
+</context>
+<context>
     <name>LimitNotes</name>
     <message>
         <source>The hard limit is %1, which is more than the box can show.</source>
@@ -960,30 +963,6 @@ Jetzt neu starten?</translation>
 </context>
 <context>
     <name>LimitsWriter</name>
-    <message>
-        <source>soft limit on space</source>
-        <translation>weiche Grenze für Platz</translation>
-    </message>
-    <message>
-        <source>hard limit on space</source>
-        <translation>harte Grenze für Platz</translation>
-    </message>
-    <message>
-        <source>soft limit on files</source>
-        <translation>weiche Grenze für Dateien</translation>
-    </message>
-    <message>
-        <source>hard limit on files</source>
-        <translation>harte Grenze für Dateien</translation>
-    </message>
-    <message>
-        <source>time to force of space</source>
-        <translation>Fristende für Platz</translation>
-    </message>
-    <message>
-        <source>time to force of files</source>
-        <translation>Fristende für Dateien</translation>
-    </message>
     <message>
         <source>none</source>
         <translation>keine</translation>

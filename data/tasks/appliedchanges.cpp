@@ -3,6 +3,7 @@
 
 #include "appliedchanges.h"
 
+#include <limitname.h>
 #include <limitrange.h>
 #include <memorysizetransfer.h>
 
@@ -76,14 +77,12 @@ QString AppliedChanges::of(const AbstractElementData &record)
     const DeviceQuota &before = record.touched->asRead;
     const DeviceQuota after = record.deviceQuotas.value(record.touched->device);
     Lines lines(QStringLiteral("%1, %2").arg(record.name, record.touched->device));
-    lines.add(Texts::tr("soft limit on space"), sizeText(before.softBlockLimit), sizeText(after.softBlockLimit));
-    lines.add(Texts::tr("hard limit on space"), sizeText(before.hardBlockLimit), sizeText(after.hardBlockLimit));
-    lines.add(Texts::tr("soft limit on files"), countText(before.softInodeLimit), countText(after.softInodeLimit));
-    lines.add(Texts::tr("hard limit on files"), countText(before.hardInodeLimit), countText(after.hardInodeLimit));
-    lines.add(Texts::tr("time to force of space"), timeText(before.blocksTimeToForce),
-              timeText(after.blocksTimeToForce));
-    lines.add(Texts::tr("time to force of files"), timeText(before.inodesTimeToForce),
-              timeText(after.inodesTimeToForce));
+    lines.add(LimitName::softSpace(), sizeText(before.softBlockLimit), sizeText(after.softBlockLimit));
+    lines.add(LimitName::hardSpace(), sizeText(before.hardBlockLimit), sizeText(after.hardBlockLimit));
+    lines.add(LimitName::softFiles(), countText(before.softInodeLimit), countText(after.softInodeLimit));
+    lines.add(LimitName::hardFiles(), countText(before.hardInodeLimit), countText(after.hardInodeLimit));
+    lines.add(LimitName::spaceTime(), timeText(before.blocksTimeToForce), timeText(after.blocksTimeToForce));
+    lines.add(LimitName::filesTime(), timeText(before.inodesTimeToForce), timeText(after.inodesTimeToForce));
     return lines.text();
 }
 
