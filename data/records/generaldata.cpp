@@ -1,9 +1,0 @@
-// SPDX-FileCopyrightText: 2026 The kra authors
-// SPDX-License-Identifier: GPL-3.0-or-later
-
-#include "generaldata.h"
-
-QString GeneralData::passedOverKey()
-{
-    return QStringLiteral("passedOver");
-}
