@@ -102,25 +102,25 @@ Record AccountQuotas::readOne(const QString &name, QuotaKind kind)
 template<typename Record>
 AccountQuotas::Accounts AccountQuotas::readAll(QuotaKind kind)
 {
-    const QStringList names = _accounts.names(kind);
+    const QVector<AccountId> all = _accounts.accounts(kind);
     AccountReader reader(kind, knownDevices(kind), _kinds, _reporter);
     Accounts accounts;
-    accounts.reserve(static_cast<std::size_t>(names.size()));
-    for (const QString &name : names) {
+    accounts.reserve(static_cast<std::size_t>(all.size()));
+    for (const AccountId &entry : all) {
         auto account = std::make_unique<Record>();
-        account->name = name;
-        account->id = _accounts.id(name, kind);
+        account->name = entry.name;
+        account->id = static_cast<qint32>(entry.id);
         if (account->id != AbstractElementData::NoId) {
             reader.read(*account);
         } else { // one account that cannot have a quota is no failure of the whole read
-            const QString reason = _accounts.whyWithoutQuota(name, kind);
+            const QString reason = _accounts.whyWithoutQuota(entry.name, kind);
             reader.leaveOut(*account, reason);
             _reporter.detail(reason);
         }
         accounts.push_back(std::move(account));
         if (accounts.size() % ProgressStep != 0)
             continue;
-        _reporter.progress(accounts.size(), static_cast<quint64>(names.size()), tr("accounts"));
+        _reporter.progress(accounts.size(), static_cast<quint64>(all.size()), tr("accounts"));
         if (_reporter.isCancelled())
             break;
     }

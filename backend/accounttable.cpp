@@ -3,40 +3,14 @@
 
 #include "accounttable.h"
 
+#include "accountfile.h"
 #include "bufferdata.h"
 
 #include <abstractelementdata.h>
 #include <accountrules.h>
 
-namespace
-{
-
-/// Of two accounts with one name the first counts, which replaces the other.
-template<typename Entry, typename Id>
-QHash<QString, qint32> idsByName(const QVector<Entry> &entries, Id Entry::*id)
-{
-    QHash<QString, qint32> ids;
-    ids.reserve(entries.size());
-    for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
-        if (AccountRules::isAccountName(entry->name))
-            ids.insert(entry->name, static_cast<qint32>((*entry).*id));
-    }
-    return ids;
-}
-
-template<typename Entry>
-QStringList namesOf(const QVector<Entry> &entries)
-{
-    QStringList all;
-    all.reserve(entries.size());
-    for (const Entry &entry : entries) {
-        if (AccountRules::isAccountName(entry.name))
-            all.append(entry.name);
-    }
-    return all;
-}
-
-} // namespace
+#include <algorithm>
+#include <utility>
 
 AccountTable::AccountTable(BufferData &buffer)
     : _buffer(buffer)
@@ -44,19 +18,31 @@ AccountTable::AccountTable(BufferData &buffer)
 
 qint32 AccountTable::id(const QString &name, QuotaKind kind)
 {
-    return ids(kind).value(name, AbstractElementData::NoId);
+    const Ids &ids = table(kind).ids;
+    const auto found = ids.find(name);
+    return found == ids.end() ? AbstractElementData::NoId : static_cast<qint32>(found->second);
 }
 
 QStringList AccountTable::names(QuotaKind kind)
 {
-    return kind == GroupQuota ? namesOf(_buffer.groupEntries()) : namesOf(_buffer.passwdEntries());
+    const QVector<AccountId> &all = accounts(kind);
+    QStringList names;
+    names.reserve(all.size());
+    for (const AccountId &account : all)
+        names.append(account.name);
+    return names;
+}
+
+const QVector<AccountId> &AccountTable::accounts(QuotaKind kind)
+{
+    return table(kind).accounts;
 }
 
 QString AccountTable::whyWithoutQuota(const QString &name, QuotaKind kind)
 {
     if (id(name, kind) != AbstractElementData::NoId)
         return {};
-    if (ids(kind).contains(name))
+    if (table(kind).ids.count(name) != 0)
         return tr("%1 has the id %2, for which there are no quotas")
             .arg(name, QString::number(quint32(AbstractElementData::NoId)));
     return kind == GroupQuota ? tr("There is no group %1").arg(name) : tr("There is no user %1").arg(name);
@@ -64,15 +50,25 @@ QString AccountTable::whyWithoutQuota(const QString &name, QuotaKind kind)
 
 void AccountTable::reset()
 {
-    _userIds.reset();
-    _groupIds.reset();
+    _users.reset();
+    _groups.reset();
 }
 
-const AccountTable::Ids &AccountTable::ids(QuotaKind kind)
+const AccountTable::Table &AccountTable::table(QuotaKind kind)
 {
-    std::optional<Ids> &ids = kind == GroupQuota ? _groupIds : _userIds;
-    if (!ids)
-        ids = kind == GroupQuota ? idsByName(_buffer.groupEntries(), &GroupEntry::gid)
-                                 : idsByName(_buffer.passwdEntries(), &PasswdEntry::uid);
-    return *ids;
+    std::optional<Table> &table = kind == GroupQuota ? _groups : _users;
+    if (!table)
+        table.emplace(kind == GroupQuota ? AccountFile::groupIds(_buffer.groupFile())
+                                         : AccountFile::userIds(_buffer.passwdFile()));
+    return *table;
+}
+
+AccountTable::Table::Table(QVector<AccountId> entries)
+    : accounts(std::move(entries))
+{
+    const auto isNone = [](const AccountId &entry) { return !AccountRules::isAccountName(entry.name); };
+    accounts.erase(std::remove_if(accounts.begin(), accounts.end(), isNone), accounts.end());
+    ids.reserve(static_cast<std::size_t>(accounts.size()));
+    for (AccountId &account : accounts)
+        account.id = ids.try_emplace(account.name, account.id).first->second;
 }

@@ -3,14 +3,17 @@
 
 #pragma once
 
+#include "accountid.h"
+
 #include <quotakind.h>
 
 #include <QCoreApplication>
-#include <QHash>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <optional>
+#include <unordered_map>
 
 class BufferData;
 
@@ -28,6 +31,8 @@ public:
     qint32 id(const QString &name, QuotaKind kind);
     /// In the order of the file.
     QStringList names(QuotaKind kind);
+    /// The same names, each with what id() says of it. There until reset().
+    const QVector<AccountId> &accounts(QuotaKind kind);
     /// Why the kernel keeps no quota under that name: there is no such account, or it has the one id that no account
     /// can have there. Empty for all others.
     QString whyWithoutQuota(const QString &name, QuotaKind kind);
@@ -36,11 +41,19 @@ public:
     void reset();
 
 private:
-    using Ids = QHash<QString, qint32>;
+    using Ids = std::unordered_map<QString, quint32>;
 
-    const Ids &ids(QuotaKind kind);
+    struct Table
+    {
+        explicit Table(QVector<AccountId> entries);
+
+        QVector<AccountId> accounts;
+        Ids ids; ///< of two accounts with one name that of the first
+    };
+
+    const Table &table(QuotaKind kind);
 
     BufferData &_buffer;
-    std::optional<Ids> _userIds;
-    std::optional<Ids> _groupIds;
+    std::optional<Table> _users;
+    std::optional<Table> _groups;
 };

@@ -3,6 +3,7 @@
 
 #include "bufferdata.h"
 
+#include "accountfile.h"
 #include "cfile.h"
 #include "mountfile.h"
 #include "programdetail.h"
@@ -10,92 +11,13 @@
 
 #include <process.h>
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdio>
-#include <cstring>
-
-#include <grp.h>
-#include <pwd.h>
 
 namespace
 {
 
 constexpr int BlkidStartWait = 30000; // milliseconds, as is the next
 constexpr int BlkidFinishWait = 30000;
-
-/// Account files of megabytes are read in few pieces.
-constexpr std::size_t AccountFileBuffer = 64 * 1024;
-
-CFile openAccountFile(const QString &path)
-{
-    CFile file = openRegular(path, [](const char *name) { return std::fopen(name, "re"); });
-    if (file)
-        std::setvbuf(file.get(), nullptr, _IOFBF, AccountFileBuffer);
-    return file;
-}
-
-/// A field that its line lacks ("+name") is null. Nearly all are ASCII, which is the same in every locale's encoding,
-/// and which the codec takes ten times as long for.
-QString toText(const char *field)
-{
-    const int size = field == nullptr ? 0 : static_cast<int>(std::strlen(field));
-    const bool isAscii =
-        std::all_of(field, field + size, [](char byte) { return static_cast<signed char>(byte) >= 0; });
-    return isAscii ? QString::fromLatin1(field, size) : QString::fromLocal8Bit(field, size);
-}
-
-/// Makes one text of a field that is the same in line after line.
-class RepeatedField
-{
-public:
-    QString toText(const char *field)
-    {
-        if (field == nullptr)
-            return {};
-        if (std::strcmp(_bytes.constData(), field) != 0) {
-            _bytes = field;
-            _text = ::toText(field);
-        }
-        return _text;
-    }
-
-private:
-    QByteArray _bytes;
-    QString _text{QLatin1String("")};
-};
-
-struct RepeatedFields
-{
-    RepeatedField password;
-    RepeatedField gecos;
-    RepeatedField home;
-    RepeatedField shell;
-};
-
-PasswdEntry toEntry(const passwd &record, RepeatedFields &repeated)
-{
-    PasswdEntry entry;
-    entry.name = toText(record.pw_name);
-    entry.password = repeated.password.toText(record.pw_passwd);
-    entry.uid = record.pw_uid;
-    entry.gid = record.pw_gid;
-    entry.gecos = repeated.gecos.toText(record.pw_gecos);
-    entry.home = repeated.home.toText(record.pw_dir);
-    entry.shell = repeated.shell.toText(record.pw_shell);
-    return entry;
-}
-
-GroupEntry toEntry(const group &record, RepeatedFields &repeated)
-{
-    GroupEntry entry;
-    entry.name = toText(record.gr_name);
-    entry.password = repeated.password.toText(record.gr_passwd);
-    entry.gid = record.gr_gid;
-    for (char **member = record.gr_mem; *member != nullptr; ++member)
-        entry.members.append(toText(*member));
-    return entry;
-}
 
 MountEntry toEntry(const MountColumns &columns)
 {
@@ -138,18 +60,32 @@ QStringList BufferData::blkidLines()
     return *_blkid;
 }
 
-QVector<PasswdEntry> BufferData::passwdEntries()
+QByteArray BufferData::passwdFile()
 {
     if (!_passwd)
-        _passwd = readPasswd();
+        _passwd = readAccountFile(SystemNames::Passwd);
     return *_passwd;
+}
+
+QByteArray BufferData::groupFile()
+{
+    if (!_group)
+        _group = readAccountFile(SystemNames::Group);
+    return *_group;
+}
+
+QVector<PasswdEntry> BufferData::passwdEntries()
+{
+    if (!_passwdEntries)
+        _passwdEntries = AccountFile::users(passwdFile());
+    return *_passwdEntries;
 }
 
 QVector<GroupEntry> BufferData::groupEntries()
 {
-    if (!_group)
-        _group = readGroup();
-    return *_group;
+    if (!_groupEntries)
+        _groupEntries = AccountFile::groups(groupFile());
+    return *_groupEntries;
 }
 
 void BufferData::resetCache()
@@ -159,6 +95,8 @@ void BufferData::resetCache()
     _blkid.reset();
     _passwd.reset();
     _group.reset();
+    _passwdEntries.reset();
+    _groupEntries.reset();
     Q_EMIT forgotten();
 }
 
@@ -204,39 +142,14 @@ QStringList BufferData::readBlkid()
     return QString::fromLocal8Bit(result.standardOutput).split(QLatin1Char('\n'));
 }
 
-QVector<PasswdEntry> BufferData::readPasswd()
+/// Of a file that cannot be read to its end the whole lines count that came before.
+QByteArray BufferData::readAccountFile(const QString &path)
 {
-    const CFile file = openAccountFile(SystemNames::Passwd);
-    if (!file) {
-        Q_EMIT error(tr("File %1 can not be open").arg(SystemNames::Passwd));
-        return {};
-    }
-    QVector<PasswdEntry> entries;
-    RepeatedFields repeated;
-    while (const passwd *record = fgetpwent(file.get()))
-        entries.append(toEntry(*record, repeated));
-    reportIfBrokenOff(file.get(), SystemNames::Passwd);
-    return entries;
-}
-
-QVector<GroupEntry> BufferData::readGroup()
-{
-    const CFile file = openAccountFile(SystemNames::Group);
-    if (!file) {
-        Q_EMIT error(tr("File %1 can not be open").arg(SystemNames::Group));
-        return {};
-    }
-    QVector<GroupEntry> entries;
-    RepeatedFields repeated;
-    while (const group *record = fgetgrent(file.get()))
-        entries.append(toEntry(*record, repeated));
-    reportIfBrokenOff(file.get(), SystemNames::Group);
-    return entries;
-}
-
-/// The library's readers give no more entries at the end of a file and where it cannot be read on alike.
-void BufferData::reportIfBrokenOff(std::FILE *file, const QString &path)
-{
-    if (std::ferror(file) != 0)
-        Q_EMIT error(tr("File %1 can not be open").arg(path));
+    QByteArray bytes;
+    const CFile file = openRegular(path, [](const char *name) { return std::fopen(name, "re"); });
+    if (file && readToEnd(file.get(), bytes))
+        return bytes;
+    Q_EMIT error(tr("File %1 can not be open").arg(path));
+    bytes.truncate(bytes.lastIndexOf('\n') + 1);
+    return bytes;
 }

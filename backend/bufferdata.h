@@ -7,12 +7,12 @@
 #include "mountentry.h"
 #include "passwdentry.h"
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
-#include <cstdio>
 #include <optional>
 
 /// The system's own tables, each read when it is first asked for and then kept until resetCache().
@@ -30,6 +30,9 @@ public:
     QVector<MountEntry> mtabEntries();
     /// What "blkid" printed, line by line; the last line is the empty one after the last line feed. Can take a minute.
     QStringList blkidLines();
+    /// The bytes of the account files, for those who need less than all fields of all entries (see AccountFile).
+    QByteArray passwdFile();
+    QByteArray groupFile();
     /// The accounts of the local files alone, in their order; other name services are not asked.
     QVector<PasswdEntry> passwdEntries();
     QVector<GroupEntry> groupEntries();
@@ -52,13 +55,13 @@ Q_SIGNALS:
 
 private:
     QStringList readBlkid();
-    QVector<PasswdEntry> readPasswd();
-    QVector<GroupEntry> readGroup();
-    void reportIfBrokenOff(std::FILE *file, const QString &path);
+    QByteArray readAccountFile(const QString &path);
 
     std::optional<QVector<MountEntry>> _fstab;
     std::optional<QVector<MountEntry>> _mtab;
     std::optional<QStringList> _blkid;
-    std::optional<QVector<PasswdEntry>> _passwd;
-    std::optional<QVector<GroupEntry>> _group;
+    std::optional<QByteArray> _passwd;
+    std::optional<QByteArray> _group;
+    std::optional<QVector<PasswdEntry>> _passwdEntries;
+    std::optional<QVector<GroupEntry>> _groupEntries;
 };

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
 #include <QString>
@@ -10,6 +11,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 struct CloseFile
 {
@@ -30,4 +32,15 @@ CFile openRegular(const QString &path, Open open)
         return nullptr;
     }
     return CFile(open(QFile::encodeName(path).constData()));
+}
+
+/// Appends what is left of the stream, in few pieces. False, with the reason in errno, when it cannot be read to its
+/// end: then what came before is there.
+inline bool readToEnd(FILE *stream, QByteArray &bytes)
+{
+    constexpr std::size_t PieceSize = 64 * 1024;
+    std::vector<char> piece(PieceSize);
+    while (const std::size_t length = std::fread(piece.data(), 1, piece.size(), stream))
+        bytes.append(piece.data(), static_cast<int>(length));
+    return std::ferror(stream) == 0;
 }

@@ -62,11 +62,7 @@ MountFile MountFile::read(const QString &path)
         return file;
     }
     file.isOpen = true;
-    constexpr std::size_t PieceSize = 64 * 1024;
-    std::vector<char> piece(PieceSize);
-    while (const std::size_t length = std::fread(piece.data(), 1, piece.size(), stream.get()))
-        file.bytes.append(piece.data(), static_cast<int>(length));
-    if (std::ferror(stream.get()) != 0)
+    if (!readToEnd(stream.get(), file.bytes))
         file.reason = qt_error_string(errno);
     return file;
 }
