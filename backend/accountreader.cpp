@@ -48,7 +48,7 @@ void AccountReader::read(AccountDevice &device, AbstractElementData &account)
     if (!device.areGracesAsked)
         askGraces(device);
     if (_errorNumber == 0)
-        setFromKernel(*account.deviceQuotas.insert(name, device.facts), record, _sizes);
+        setFromKernel(*account.deviceQuotas.insert(name, device.facts), record, _sizes, _times);
 }
 
 /// The grace periods are the device's: the answer holds for the accounts that follow as well.

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "kernelquota.h"
+#include "localtimes.h"
 #include "mounteddevice.h"
 #include "quotactl.h"
 
@@ -58,4 +59,5 @@ private:
     int _errorNumber = 0; // of the question that was asked last
     QuotaCtl _kernel;
     MemorySizes _sizes;
+    LocalTimes _times;
 };

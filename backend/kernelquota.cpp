@@ -3,9 +3,10 @@
 
 #include "kernelquota.h"
 
-#include <QHash>
+#include "localtimes.h"
 
 #include <limits>
+#include <tuple>
 
 namespace
 {
@@ -36,13 +37,17 @@ QDateTime toTime(quint64 seconds)
 
 MemorySize MemorySizes::limit(quint64 bytes)
 {
-    MemorySize &recent = _recent[qHashBits(&bytes, sizeof bytes) % _recent.size()];
+    // Limits are round numbers: only the upper half of the product differs with all of their digits.
+    constexpr quint64 GoldenRatio = 0x9E3779B97F4A7C15; // of 2^64, as usual for such hashes
+    constexpr int PlaceBits = 8;
+    static_assert(std::tuple_size_v<decltype(_recent)> == 1 << PlaceBits);
+    MemorySize &recent = _recent[(bytes * GoldenRatio) >> (64 - PlaceBits)];
     if (recent.bytes != bytes)
         recent = MemorySize(_units, bytes);
     return recent;
 }
 
-void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes)
+void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes, LocalTimes &times)
 {
     quota.usedBlocks = sizes.used(record.dqb_curspace);
     quota.hardBlockLimit = sizes.limit(limitInBytes(record.dqb_bhardlimit));
@@ -50,8 +55,8 @@ void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes)
     quota.usedInodes = record.dqb_curinodes;
     quota.hardInodeLimit = record.dqb_ihardlimit;
     quota.softInodeLimit = record.dqb_isoftlimit;
-    quota.inodesTimeToForce = toTime(record.dqb_itime);
-    quota.blocksTimeToForce = toTime(record.dqb_btime);
+    quota.inodesTimeToForce = times.at(record.dqb_itime);
+    quota.blocksTimeToForce = times.at(record.dqb_btime);
     quota.quotaIsOn = quota.kindIsOn && hasLimit(record);
 }
 

@@ -10,6 +10,8 @@
 
 #include <sys/quota.h>
 
+class LocalTimes;
+
 /// Makes amounts of space from counts of bytes.
 class MemorySizes
 {
@@ -27,7 +29,7 @@ private:
 
 /// Sets what the kernel knows of one account: usage, limits, the times to force, and whether the account is limited.
 /// The facts of the device, `kindIsOn` among them, stay as they are and are set before.
-void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes);
+void setFromKernel(DeviceQuota &quota, const dqblk &record, MemorySizes &sizes, LocalTimes &times);
 
 /// A limit in blocks as a count of bytes; the most that can be counted for one that is more.
 quint64 limitInBytes(quint64 blocks);

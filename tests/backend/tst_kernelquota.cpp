@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <kernelquota.h>
+#include <localtimes.h>
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -39,6 +40,7 @@ private Q_SLOTS:
 
 private:
     MemorySizes _sizes;
+    LocalTimes _times;
 };
 
 namespace
@@ -76,7 +78,7 @@ void TestKernelQuota::initTestCase()
 void TestKernelQuota::whatTheKernelSays()
 {
     DeviceQuota quota = onDevice();
-    setFromKernel(quota, someRecord(), _sizes);
+    setFromKernel(quota, someRecord(), _sizes, _times);
     QCOMPARE(quota.usedBlocks.text, QStringLiteral("1.5 Kb"));
     QCOMPARE(quota.softBlockLimit.text, QStringLiteral("1 Mb"));
     QCOMPARE(quota.hardBlockLimit.text, QStringLiteral("2 Mb"));
@@ -87,7 +89,7 @@ void TestKernelQuota::whatTheKernelSays()
     QCOMPARE(quota.inodesTimeToForce.toSecsSinceEpoch(), qint64(1893456059));
     QCOMPARE(quota.inodesTimeToForce.timeSpec(), Qt::LocalTime);
 
-    setFromKernel(quota, dqblk{}, _sizes);
+    setFromKernel(quota, dqblk{}, _sizes, _times);
     QVERIFY(quota.usedBlocks.text.isEmpty());
     QCOMPARE(quota.hardInodeLimit, quint64(0));
     QVERIFY(quota.blocksTimeToForce.isNull());
@@ -101,7 +103,7 @@ void TestKernelQuota::usageIsInBytesAndLimitsAreInBlocks()
     record.dqb_bsoftlimit = 1;
     record.dqb_bhardlimit = Q_UINT64_C(1) << 53; // the most that the kernel keeps
     DeviceQuota quota = onDevice();
-    setFromKernel(quota, record, _sizes);
+    setFromKernel(quota, record, _sizes, _times);
     QCOMPARE(quota.usedBlocks.bytes, quint64(1));
     QCOMPARE(quota.softBlockLimit.bytes, quint64(1024));
     QCOMPARE(quota.hardBlockLimit.bytes, Q_UINT64_C(1) << 63);
@@ -116,7 +118,7 @@ void TestKernelQuota::whatCannotBeCountedIsTheMostThatCan()
     record.dqb_btime = Q_UINT64_C(1) << 32;
     record.dqb_itime = std::numeric_limits<quint64>::max();
     DeviceQuota quota = onDevice();
-    setFromKernel(quota, record, _sizes);
+    setFromKernel(quota, record, _sizes, _times);
     QCOMPARE(quota.softBlockLimit.bytes, std::numeric_limits<quint64>::max() - 1023);
     QCOMPARE(quota.hardBlockLimit.bytes, std::numeric_limits<quint64>::max());
     QCOMPARE(quota.blocksTimeToForce.toSecsSinceEpoch(), qint64(1) << 32);
@@ -163,7 +165,7 @@ void TestKernelQuota::anAccountIsLimitedByAnyOfTheFourLimits()
     record.dqb_isoftlimit = softFiles;
     record.dqb_ihardlimit = hardFiles;
     DeviceQuota quota = onDevice();
-    setFromKernel(quota, record, _sizes);
+    setFromKernel(quota, record, _sizes, _times);
     QCOMPARE(quota.quotaIsOn, limited);
     QCOMPARE(hasLimit(record), limited);
 }
@@ -171,7 +173,7 @@ void TestKernelQuota::anAccountIsLimitedByAnyOfTheFourLimits()
 void TestKernelQuota::nobodyIsLimitedWhileTheKindIsOff()
 {
     DeviceQuota quota;
-    setFromKernel(quota, someRecord(), _sizes);
+    setFromKernel(quota, someRecord(), _sizes, _times);
     QVERIFY(!quota.quotaIsOn);
 }
 
@@ -182,7 +184,7 @@ void TestKernelQuota::theFactsOfTheDeviceStay()
     quota.filesystemType = QStringLiteral("ext4");
     quota.blockGracePeriod = TimePeriod(604800);
     quota.fileExists = true;
-    setFromKernel(quota, someRecord(), _sizes);
+    setFromKernel(quota, someRecord(), _sizes, _times);
     QCOMPARE(quota.deviceName, QStringLiteral("/dev/vda"));
     QCOMPARE(quota.filesystemType, QStringLiteral("ext4"));
     QCOMPARE(quota.blockGracePeriod.weeks, 1U);
@@ -276,7 +278,7 @@ void TestKernelQuota::onlyTheTimesThatAreSetAreWritten()
 void TestKernelQuota::usageIsNotWritten()
 {
     DeviceQuota quota = onDevice();
-    setFromKernel(quota, someRecord(), _sizes);
+    setFromKernel(quota, someRecord(), _sizes, _times);
     const dqblk record = toKernel(quota);
     QCOMPARE(record.dqb_curspace, quint64(0));
     QCOMPARE(record.dqb_curinodes, quint64(0));
@@ -293,7 +295,7 @@ void TestKernelQuota::everyLimitComesBackAsItWas()
         record.dqb_isoftlimit = upTo(64);
         record.dqb_ihardlimit = upTo(64);
         DeviceQuota quota = onDevice();
-        setFromKernel(quota, record, _sizes);
+        setFromKernel(quota, record, _sizes, _times);
         const dqblk written = toKernel(quota);
         QCOMPARE(written.dqb_bsoftlimit, record.dqb_bsoftlimit);
         QCOMPARE(written.dqb_bhardlimit, record.dqb_bhardlimit);
@@ -321,7 +323,7 @@ void TestKernelQuota::timesComeBackToTheSecond()
     record.dqb_btime = seconds;
     record.dqb_itime = seconds + 1;
     DeviceQuota quota = onDevice();
-    setFromKernel(quota, record, _sizes);
+    setFromKernel(quota, record, _sizes, _times);
     const DeviceQuota copy = quota;
     QCOMPARE(toKernel(copy).dqb_btime, seconds);
     QCOMPARE(toKernel(copy).dqb_itime, seconds + 1);
