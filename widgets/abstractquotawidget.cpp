@@ -232,7 +232,7 @@ bool AbstractQuotaWidget::exportTo(AbstractElementData &record) const
     if (!record.deviceQuotas.contains(_device))
         return false;
     record.deviceQuotas.insert(_device, collectQuota());
-    record.touched = TouchedQuota{_device, _record->deviceQuotas.value(_device)};
+    record.touched = std::make_shared<TouchedQuota>(TouchedQuota{_device, _record->deviceQuotas.value(_device)});
     return true;
 }
 

@@ -10,7 +10,7 @@
 #include <QMap>
 #include <QString>
 
-#include <optional>
+#include <memory>
 
 /// The device whose quota an administrator edited, and what had been read of it. Edited is what differs from that.
 struct TouchedQuota
@@ -34,6 +34,6 @@ public:
     /// Why the kernel gave no answer, by the path of each device that is missing above for that reason.
     QMap<QString, QString> failures;
     /// With it an update applies the edited fields of that device and nothing else; without it every device as it
-    /// stands.
-    std::optional<TouchedQuota> touched;
+    /// stands. Behind a pointer, which copies share: lists hold a hundred thousand records, and nearly none has it.
+    std::shared_ptr<const TouchedQuota> touched;
 };

@@ -513,7 +513,7 @@ void TestAccountQuotas::theOtherKindIsLeftAlone()
 void TestAccountQuotas::onlyTheTouchedDeviceIsWritten()
 {
     UserData user = limitedAnna();
-    user.touched = TouchedQuota{Sdb, {}};
+    user.touched = std::make_shared<TouchedQuota>(TouchedQuota{Sdb, {}});
     QVERIFY(_manager->writeQuotas(user, UserQuota));
     QCOMPARE(asked(Q_SETQUOTA), QList<QString>{Sdb});
     QCOMPARE(asked(Q_GETFMT), QList<QString>{Sdb});

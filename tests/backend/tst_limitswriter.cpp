@@ -100,7 +100,7 @@ void TestLimitsWriter::init()
 UserData TestLimitsWriter::edited(const QString &device)
 {
     UserData user = _manager->readUser(QStringLiteral("anna"));
-    user.touched = TouchedQuota{device, user.deviceQuotas.value(device)};
+    user.touched = std::make_shared<TouchedQuota>(TouchedQuota{device, user.deviceQuotas.value(device)});
     return user;
 }
 

@@ -245,7 +245,7 @@ void TestAccountTasks::whatWasAppliedIsReported()
 {
     const auto touched = [] {
         auto record = recordOf<UserData>(QStringLiteral("anna"), 1000);
-        record->touched = TouchedQuota{Vda, DeviceQuota()};
+        record->touched = std::make_shared<TouchedQuota>(TouchedQuota{Vda, DeviceQuota()});
         return record;
     };
     QSignalSpy finished(TaskObserver::instance(), &TaskObserver::taskFinished);

@@ -29,7 +29,7 @@ private:
         UserData record;
         record.name = QStringLiteral("anna");
         record.deviceQuotas.insert(device(), after);
-        record.touched = TouchedQuota{device(), before};
+        record.touched = std::make_shared<TouchedQuota>(TouchedQuota{device(), before});
         return record;
     }
     static GeneralData edited(const DeviceSettings &before, const DeviceSettings &after)
