@@ -5,6 +5,8 @@
 #include <sandbox.h>
 
 #include <QFile>
+#include <QHash>
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <cerrno>
@@ -56,6 +58,7 @@ private Q_SLOTS:
     void readGeneralReportsAFailureOnceForEachDevice();
 
     void accountIdsAreThoseOfTheFirstOfThatName();
+    void accountIdsOfRandomFilesAreThoseOfASearch();
     void accountsThatAreNotThereHaveNoId();
     void largeIdsKeepTheirBits();
     void accountNamesAreInTheOrderOfTheFile();
@@ -346,6 +349,33 @@ void TestQuotaManager::accountIdsAreThoseOfTheFirstOfThatName()
     _sandbox.writeEtc(text("group"), "staff:x:50:\nstaff:x:60:\n");
     QCOMPARE(_manager->userId(text("anna")), 1000);
     QCOMPARE(_manager->groupId(text("staff")), 50);
+}
+
+/// Files of all lengths, with few names and with many.
+void TestQuotaManager::accountIdsOfRandomFilesAreThoseOfASearch()
+{
+    bool isGiven = false;
+    const int given = qEnvironmentVariableIntValue("KRA_SEED", &isGiven);
+    const quint32 seed = isGiven ? static_cast<quint32>(given) : QRandomGenerator::system()->generate() >> 1;
+    qInfo("KRA_SEED=%u", seed);
+    QRandomGenerator random(seed);
+    for (int round = 0; round < 200; ++round) {
+        const int names = 1 + random.bounded(300);
+        QHash<QString, int> firstIds;
+        QByteArray table;
+        for (int i = random.bounded(300); i > 0; --i) {
+            const QByteArray name = "user" + QByteArray::number(random.bounded(names));
+            const int id = random.bounded(60000);
+            table += name + ":x:" + QByteArray::number(id) + ":\n";
+            firstIds.insert(text(name), firstIds.value(text(name), id));
+        }
+        _sandbox.writeEtc(text("group"), table);
+        _manager->resetCache();
+        for (int i = 0; i < names; ++i) {
+            const QString name = text("user%1").arg(i);
+            QCOMPARE(_manager->groupId(name), firstIds.value(name, -1));
+        }
+    }
 }
 
 void TestQuotaManager::accountsThatAreNotThereHaveNoId()
