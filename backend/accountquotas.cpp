@@ -10,6 +10,8 @@
 #include "reporter.h"
 #include "systemnames.h"
 
+#include <silentsource.h>
+
 namespace
 {
 
@@ -89,6 +91,7 @@ Record AccountQuotas::readOne(const QString &name, QuotaKind kind)
     Record account;
     account.name = name;
     account.id = _accounts.id(name, kind);
+    account.params.insert(silentSourceKey(), _devices.silentSource());
     const QString reason = _accounts.whyWithoutQuota(name, kind);
     if (reason.isEmpty()) {
         reader.read(account);

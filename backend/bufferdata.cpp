@@ -41,9 +41,18 @@ BufferData::BufferData(QObject *parent)
 
 QVector<MountEntry> BufferData::fstabEntries()
 {
-    if (!_fstab)
-        _fstab = readMountFile(SystemNames::Fstab);
+    if (!_fstab) {
+        const MountFile file = MountFile::read(SystemNames::Fstab);
+        _fstab = entriesOf(file, SystemNames::Fstab);
+        _isFstabWhole = file.isWhole();
+    }
     return *_fstab;
+}
+
+bool BufferData::isFstabWhole()
+{
+    fstabEntries();
+    return _isFstabWhole;
 }
 
 QVector<MountEntry> BufferData::mtabEntries()
@@ -108,7 +117,11 @@ void BufferData::forgetFstab()
 
 QVector<MountEntry> BufferData::readMountFile(const QString &path)
 {
-    const MountFile file = MountFile::read(path);
+    return entriesOf(MountFile::read(path), path);
+}
+
+QVector<MountEntry> BufferData::entriesOf(const MountFile &file, const QString &path)
+{
     QVector<MountEntry> entries;
     const QVector<MountLine> lines = mountLines(file.bytes);
     for (const MountLine &line : lines) {

@@ -15,6 +15,8 @@
 
 #include <optional>
 
+struct MountFile;
+
 /// The system's own tables, each read when it is first asked for and then kept until resetCache().
 ///
 /// A source that cannot be read gives one error text and then counts as read, with the entries that came before. Texts
@@ -27,6 +29,8 @@ public:
     explicit BufferData(QObject *parent = nullptr);
 
     QVector<MountEntry> fstabEntries();
+    /// Whether that is all of them.
+    bool isFstabWhole();
     QVector<MountEntry> mtabEntries();
     /// What "blkid" printed, line by line; the last line is the empty one after the last line feed. Can take a minute.
     QStringList blkidLines();
@@ -54,10 +58,12 @@ Q_SIGNALS:
     void forgotten();
 
 private:
+    QVector<MountEntry> entriesOf(const MountFile &file, const QString &path);
     QStringList readBlkid();
     QByteArray readAccountFile(const QString &path);
 
     std::optional<QVector<MountEntry>> _fstab;
+    bool _isFstabWhole = false; ///< of what was read last
     std::optional<QVector<MountEntry>> _mtab;
     std::optional<QStringList> _blkid;
     std::optional<QByteArray> _passwd;

@@ -56,6 +56,13 @@ QStringList DeviceTable::quotaDevices()
     return devices;
 }
 
+QString DeviceTable::silentSource()
+{
+    if (!_buffer.isFstabWhole())
+        return SystemNames::Fstab;
+    return blkid().isEmpty() ? SystemNames::Blkid : QString();
+}
+
 QStringList DeviceTable::deviceOptions(const QString &device, const QString &fileName)
 {
     const bool isFstab = fileName == SystemNames::Fstab;

@@ -42,6 +42,9 @@ public:
     /// One text for each line of "/etc/fstab" that quotaDevices() has no device from, saying why.
     QStringList passedOver();
 
+    /// The source that did not tell which devices there are, "blkid" or "/etc/fstab"; empty where both did.
+    QString silentSource();
+
     /// What "blkid" says. Can take a minute when it is first asked for.
     const BlkidTable &blkid();
     /// The line of "/etc/mtab" that mountPoint() is from; none, which is an error, when the device is not mounted.

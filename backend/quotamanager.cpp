@@ -16,6 +16,8 @@
 #include "reporter.h"
 #include "settingswriter.h"
 
+#include <silentsource.h>
+
 #include <sys/statvfs.h>
 
 namespace
@@ -142,6 +144,7 @@ GeneralData QuotaManager::readGeneral()
             data.deviceSettings.insert(device, readDevice(device));
     }
     data.params.insert(GeneralData::passedOverKey(), _devices->passedOver());
+    data.params.insert(silentSourceKey(), _devices->silentSource());
     return data;
 }
 

@@ -1542,6 +1542,11 @@ wird ersetzt durch
         <source>This device is missing: the last read did not find it.</source>
         <translation>Dieses Gerät fehlt: Beim letzten Lesen wurde es nicht gefunden.</translation>
     </message>
+    <message>
+        <source>Which devices there are is not known: %1 did not tell. Please refresh this when that is mended; the list of tasks says what went wrong.</source>
+        <extracomment>%1 is a program or a file: blkid, /etc/fstab</extracomment>
+        <translation>Welche Geräte es gibt, ist nicht bekannt: %1 hat keine Auskunft gegeben. Bitte aktualisieren Sie dies, wenn das behoben ist; die Aufgabenliste sagt, was nicht gelang.</translation>
+    </message>
 </context>
 <context>
     <name>QuotaGeneralModule</name>

@@ -10,6 +10,7 @@
 #include "formhelpers.h"
 #include "generalwidget.h"
 #include "limitnotes.h"
+#include "quotafacts.h"
 #include "sizelimitedit.h"
 #include "ui_devicewidget.h"
 
@@ -297,6 +298,7 @@ void AbstractQuotaWidget::showFailures()
     QStringList texts;
     if (_record) {
         const QMap<QString, QString> &failures = _record->failures;
+        const QString silence = QuotaFacts::ofSilentSource(*_record);
         for (auto failure = failures.cbegin(); failure != failures.cend(); ++failure)
             texts += tr("%1 gave no answer: %2").arg(failure.key(), failure.value());
         if (_form->ui._devicesComboBox->isAbsent() && !failures.contains(_device))
@@ -304,8 +306,10 @@ void AbstractQuotaWidget::showFailures()
         if (_record->id == AbstractElementData::NoId)
             texts += tr("There is no such account any more.");
         else if (_record->deviceQuotas.isEmpty() && failures.isEmpty())
-            texts += tr("There is no device to set limits on: no line of /etc/fstab names a present device with an "
-                        "ext2, ext3 or ext4 file system.");
+            texts += silence.isEmpty()
+                         ? tr("There is no device to set limits on: no line of /etc/fstab names a present device with "
+                              "an ext2, ext3 or ext4 file system.")
+                         : silence;
     }
     QLabel *label = _form->ui._noDeviceLabel;
     label->setText(texts.join(QLatin1Char('\n')));

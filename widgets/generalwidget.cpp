@@ -229,6 +229,11 @@ void GeneralWidget::showDevices()
     const bool hasDevices = !_data.deviceSettings.isEmpty();
     _ui->_missingRightsLabel->setVisible(!isAccessible());
     _ui->_noDeviceLabel->setVisible(!hasDevices);
+    const QString silence = QuotaFacts::ofSilentSource(_data);
+    _ui->_noDeviceLabel->setText(silence.isEmpty() ? tr("There is no device to set quotas on: no line of /etc/fstab "
+                                                        "names a present device with an ext2, ext3 or ext4 file "
+                                                        "system.")
+                                                   : silence);
     _ui->_usersHalf->setVisible(hasDevices);
     _ui->_groupsHalf->setVisible(hasDevices);
     if (!hasDevices)

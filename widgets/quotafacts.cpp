@@ -6,8 +6,10 @@
 #include "graceperiodrow.h"
 
 #include <devicesettings.h>
+#include <elementdata.h>
 #include <memorysize.h>
 #include <memorysizetransfer.h>
+#include <silentsource.h>
 
 QStringList QuotaFacts::ofKind(const DeviceSettings &settings, QuotaKind kind)
 {
@@ -70,6 +72,18 @@ QStringList QuotaFacts::ofDevice(const DeviceSettings &settings)
                "Switching them and setting grace periods is not available here, because the programs that do so "
                "work on quota files, and this file system has none.");
     return facts + settings.failures;
+}
+
+QString QuotaFacts::ofSilentSource(const ElementData &record)
+{
+    const QString source = record.params.value(silentSourceKey()).toString();
+    if (source.isEmpty())
+        return {};
+    //: %1 is a program or a file: blkid, /etc/fstab
+    return tr("Which devices there are is not known: %1 did not tell. Please refresh this when that is mended; the "
+              "list "
+              "of tasks says what went wrong.")
+        .arg(source);
 }
 
 QString QuotaFacts::ofAbsentDevice()

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+class ElementData;
 struct DeviceSettings;
 
 /// What was read of a device, in words: one text for each fact.
@@ -20,6 +21,8 @@ public:
     static QStringList ofKind(const DeviceSettings &settings, QuotaKind kind);
     /// Where the device is, and what is out of the ordinary with it as a whole.
     static QStringList ofDevice(const DeviceSettings &settings);
+    /// Why no device at all is there, where that is not for want of one: see silentSourceKey(). Else empty.
+    static QString ofSilentSource(const ElementData &record);
     /// What is said of a device that an earlier read brought and the last one did not.
     static QString ofAbsentDevice();
 };

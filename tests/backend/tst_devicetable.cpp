@@ -3,7 +3,9 @@
 
 #include <bufferdata.h>
 #include <devicetable.h>
+#include <quotamanager.h>
 #include <sandbox.h>
+#include <silentsource.h>
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -70,6 +72,7 @@ private Q_SLOTS:
     void saysWhyLinesArePassedOver();
     void saysWhyAPresentDeviceIsPassedOver();
     void blkidMissingPassesEveryLineOver();
+    void whoDidNotTellIsKnown();
     void blkidIsRunOnce();
     void resetAsksTheSourcesAgain();
 
@@ -550,6 +553,29 @@ void TestDeviceTable::resetAsksTheSourcesAgain()
     QCOMPARE(_table->mountPoint(text("/dev/sda1")), text("/"));
     QCOMPARE(_table->quotaDevices(), QStringList{text("/dev/sda1")});
     QCOMPARE(_sandbox.calls().size(), 2);
+}
+
+/// Without them no device is listed, and that is not for want of one.
+void TestDeviceTable::whoDidNotTellIsKnown()
+{
+    QCOMPARE(_table->silentSource(), QString());
+    _sandbox.writeEtc(text("fstab"), {});
+    _buffer->resetCache();
+    QCOMPARE(_table->silentSource(), QString());
+
+    QVERIFY(QFile::remove(text("/etc/fstab")));
+    _buffer->resetCache();
+    QCOMPARE(_table->silentSource(), text("/etc/fstab"));
+    QVERIFY(_table->quotaDevices().isEmpty());
+
+    QuotaManager manager;
+    QCOMPARE(manager.readGeneral().params.value(silentSourceKey()).toString(), text("/etc/fstab"));
+    QCOMPARE(manager.readUser(text("root")).params.value(silentSourceKey()).toString(), text("/etc/fstab"));
+
+    _sandbox.writeEtc(text("fstab"), "/dev/sda1 / ext4 defaults 0 1\n");
+    _sandbox.standIn(text("blkid")).cannotBeStarted();
+    _buffer->resetCache();
+    QCOMPARE(_table->silentSource(), text("blkid"));
 }
 
 KRA_SANDBOX_MAIN(TestDeviceTable)

@@ -7,6 +7,7 @@
 
 #include <devicesbox.h>
 #include <generalwidget.h>
+#include <silentsource.h>
 
 #include <QAccessible>
 #include <QApplication>
@@ -489,8 +490,15 @@ void TestGeneralWidget::withoutDevicesThePageSaysWhatWasPassedOver()
     record.params.clear();
     _widget->afterSuccessfulRead(_element.get(), &record);
     QVERIFY(find<QLabel>("_noDeviceLabel")->isVisible());
+    QVERIFY(find<QLabel>("_noDeviceLabel")->text().startsWith(QStringLiteral("There is no device to set quotas on")));
     QVERIFY(find<QToolButton>("_passedOverButton")->isHidden());
     QVERIFY(find<QListWidget>("_passedOverListWidget")->isHidden());
+
+    record.params.insert(silentSourceKey(), QStringLiteral("/etc/fstab"));
+    _widget->afterSuccessfulRead(_element.get(), &record);
+    QVERIFY(find<QLabel>("_noDeviceLabel")
+                ->text()
+                .startsWith(QStringLiteral("Which devices there are is not known: /etc/fstab did not tell.")));
 }
 
 void TestGeneralWidget::withDevicesThePassedOverLinesAreOnePressAway()

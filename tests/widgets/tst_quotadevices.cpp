@@ -7,6 +7,7 @@
 
 #include <devicesbox.h>
 #include <groupwidget.h>
+#include <silentsource.h>
 #include <userwidget.h>
 
 #include <QAbstractButton>
@@ -101,21 +102,29 @@ void TestQuotaDevices::withoutDevicesThePageSaysWhy_data()
 {
     QTest::addColumn<qint32>("id");
     QTest::addColumn<bool>("hasFailed");
+    QTest::addColumn<QString>("silentSource");
     QTest::addColumn<QString>("text");
     QTest::newRow("the table has none")
-        << 1001 << false
+        << 1001 << false << QString()
         << QStringLiteral("There is no device to set limits on: no line of /etc/fstab names a present device with an "
                           "ext2, ext3 or ext4 file system.");
-    QTest::newRow("it gave no answer") << 1001 << true
+    QTest::newRow("it gave no answer") << 1001 << true << QString()
                                        << QStringLiteral("/dev/a gave no answer: Input/output <b>error</b>");
-    QTest::newRow("nobody is called so") << -1 << false << QStringLiteral("There is no such account any more.");
+    QTest::newRow("nobody is called so") << -1 << false << QString()
+                                         << QStringLiteral("There is no such account any more.");
+    QTest::newRow("nobody told which there are")
+        << 1001 << false << QStringLiteral("blkid")
+        << QStringLiteral("Which devices there are is not known: blkid did not tell. Please refresh this when that is "
+                          "mended; the list of tasks says what went wrong.");
 }
 
 void TestQuotaDevices::withoutDevicesThePageSaysWhy()
 {
     QFETCH(qint32, id);
     QFETCH(bool, hasFailed);
+    QFETCH(QString, silentSource);
     UserData record = account({}, QStringLiteral("anna"), id);
+    record.params.insert(silentSourceKey(), silentSource);
     if (hasFailed)
         record.failures.insert(_first, QStringLiteral("Input/output <b>error</b>"));
     show(record);
