@@ -10,10 +10,12 @@
 #include <QFileInfo>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <functional>
 #include <random>
 #include <set>
+#include <thread>
 #include <vector>
 
 #include <fcntl.h>
@@ -253,7 +255,9 @@ void TestFileReplacement::programsDoNotLoseEachOthersChanges()
     QVERIFY(inProcesses(programs, [&](int program) {
         std::mt19937 random(static_cast<unsigned>(program));
         if (areHeldUp)
-            faults.pause = [&random] { QTest::qSleep(random() % 4 == 0 ? 30 : 1); };
+            faults.pause = [&random] {
+                std::this_thread::sleep_for(std::chrono::milliseconds(random() % 4 == 0 ? 30 : 1));
+            };
         for (int line = 0; line < lines;) {
             const QByteArray before = contentOf(file);
             const QByteArray added = QByteArray::number(program) + '.' + QByteArray::number(line) + '\n';
