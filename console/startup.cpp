@@ -8,6 +8,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <csignal>
 #include <memory>
 #include <type_traits>
 
@@ -15,6 +16,7 @@
 #include <langinfo.h>
 #include <linux/close_range.h>
 #include <locale.h>
+#include <malloc.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -104,6 +106,8 @@ void keepDisplay()
 
 void Startup::prepareProcess()
 {
+    useOneLargeHeap();
+    ignoreBrokenPipes();
     keepDescriptors();
     useSystemPath();
     useCommonFileMask();
@@ -116,6 +120,20 @@ void Startup::prepareProcess()
         useFoldersOf(0);
         useOwnSessionBus();
     }
+}
+
+void Startup::useOneLargeHeap()
+{
+    constexpr int mebibyte = 1024 * 1024;
+    mallopt(M_ARENA_MAX, 1);
+    mallopt(M_TOP_PAD, 16 * mebibyte);
+    mallopt(M_TRIM_THRESHOLD, 64 * mebibyte);
+    mallopt(M_MMAP_THRESHOLD, 32 * mebibyte); // the most that it takes; larger ones have a mapping of their own
+}
+
+void Startup::ignoreBrokenPipes()
+{
+    std::signal(SIGPIPE, SIG_IGN); // which QProcess takes back in the child
 }
 
 void Startup::keepDescriptors()

@@ -14,6 +14,16 @@ namespace Startup
 /// root's.
 void prepareProcess();
 
+/// One heap for all threads, which grows by megabytes (mallopt(3)): the worker's thread makes records by the hundred
+/// thousand and the window's deletes them. A heap of its own would grow by a page and a system call at a time, and
+/// where the kernel has large pages for a program they are used.
+void useOneLargeHeap();
+
+/// Who writes to an X server that has just ended, or to a program, is told by an error (signal(7), SIGPIPE): the signal
+/// would end the process at once, in the middle of a change of the machine. Programs that are run here have it as
+/// usual.
+void ignoreBrokenPipes();
+
 /// Programs that are run here get none of the descriptors that the caller left open.
 void keepDescriptors();
 

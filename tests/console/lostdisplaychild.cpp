@@ -11,6 +11,7 @@
 #include <elementpages.h>
 #include <mainwindow.h>
 #include <session.h>
+#include <startup.h>
 #include <taskobserver.h>
 
 #include <QApplication>
@@ -75,6 +76,7 @@ public:
 
 int main(int argc, char *argv[])
 {
+    Startup::ignoreBrokenPipes();
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     fileName() = arguments.value(2);

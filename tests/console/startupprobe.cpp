@@ -11,10 +11,37 @@
 #include <QTextCodec>
 #include <QTextStream>
 
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/stat.h>
 
 extern char **environ;
+
+namespace
+{
+
+/// How many heaps there are when a second thread has allocated.
+int heapsOfTwoThreads()
+{
+    std::thread([] { const std::vector<std::string> some(1000, std::string(100, 'x')); }).join();
+    char *text = nullptr;
+    size_t size = 0;
+    std::FILE *stream = open_memstream(&text, &size);
+    malloc_info(0, stream);
+    std::fclose(stream);
+    const int count = QByteArray(text).count("<heap nr");
+    std::free(text);
+    return count;
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -36,5 +63,9 @@ int main(int argc, char *argv[])
     const int flags = fcntl(77, F_GETFD);
     if (flags >= 0)
         out << "probe descriptor 77=" << ((flags & FD_CLOEXEC) != 0 ? "closed when a program is run" : "open") << '\n';
+    struct sigaction onBrokenPipe = {};
+    sigaction(SIGPIPE, nullptr, &onBrokenPipe);
+    out << "probe broken pipe=" << (onBrokenPipe.sa_handler == SIG_IGN ? "ignored" : "the end") << '\n';
+    out << "probe heaps=" << heapsOfTwoThreads() << '\n';
     return 0;
 }

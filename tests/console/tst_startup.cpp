@@ -28,6 +28,8 @@ private Q_SLOTS:
     void rootSpeaksToNoUsersBus();
     void waylandAloneIsUsed();
     void openDescriptorsAreNotHandedOn();
+    void threadsShareAHeap();
+    void aBrokenPipeIsNotTheEnd();
     void askingUserIsNamed_data();
     void askingUserIsNamed();
 
@@ -257,6 +259,16 @@ void StartupTest::waylandAloneIsUsed()
     QCOMPARE(start({{wayland, QStringLiteral("wayland-0")}, {platform, QStringLiteral("offscreen")}}).value(platform),
              QStringLiteral("offscreen"));
     QVERIFY(!start({}).contains(platform));
+}
+
+void StartupTest::aBrokenPipeIsNotTheEnd()
+{
+    QCOMPARE(start({}, 022).value(QStringLiteral("probe broken pipe")), QStringLiteral("ignored"));
+}
+
+void StartupTest::threadsShareAHeap()
+{
+    QCOMPARE(start({}, 022).value(QStringLiteral("probe heaps")), QStringLiteral("1"));
 }
 
 void StartupTest::openDescriptorsAreNotHandedOn()

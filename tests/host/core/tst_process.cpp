@@ -108,6 +108,7 @@ private Q_SLOTS:
     void programThatCannotBeKilledIsLeftBehindWhereItOnlyReads();
     void keepsABoundedOutput();
     void handsNoDescriptorDown();
+    void handsNoIgnoredBrokenPipeDown();
     void saysWhichProgramRuns();
     void aCancelledTaskEndsWhatOnlyReads();
     void orphanThatHoldsThePipesBlocksNothing();
@@ -235,6 +236,14 @@ void TestProcess::handsNoDescriptorDown()
     close(open);
     // Those of ls: the standard ones, and the folder that it lists.
     QCOMPARE(result.standardOutput.split('\n'), (QByteArrayList{"0", "1", "2", "3", ""}));
+}
+
+void TestProcess::handsNoIgnoredBrokenPipeDown()
+{
+    const auto before = signal(SIGPIPE, SIG_IGN);
+    const ProcessResult result = runShell(QStringLiteral("kill -s PIPE $$; echo it was ignored"));
+    signal(SIGPIPE, before);
+    QCOMPARE(result.standardOutput, QByteArray());
 }
 
 void TestProcess::saysWhichProgramRuns()
