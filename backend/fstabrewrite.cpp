@@ -287,7 +287,8 @@ FstabRewrite rewriteFstab(const QByteArray &table, const QString &device, const 
     bool isChange = false;
     for (const MountLine &line : lines) {
         Row row{line, wordsOf(line.text), std::nullopt};
-        if (blkid.resolve(row.spelling()) == device) {
+        const QString spelling = row.spelling();
+        if (!spelling.isEmpty() && blkid.resolve(spelling) == device) {
             isNamed = true;
             const QString refusal = refusalForOptions(row, device, change);
             if (!refusal.isEmpty())

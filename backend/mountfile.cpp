@@ -49,8 +49,9 @@ QString MountColumns::spelling() const
 bool MountColumns::canNameDevice() const
 {
     const QByteArrayList options = opts.split(',');
-    const bool isBind = type == "none" || options.contains("bind") || options.contains("rbind");
-    return !isBind && spelling().toLocal8Bit() == fsName;
+    const bool isOfFolder = type == "none" || type == "ecryptfs" || type.startsWith("fuse") ||
+                            options.contains("bind") || options.contains("rbind");
+    return !isOfFolder && spelling().toLocal8Bit() == fsName;
 }
 
 MountFile MountFile::read(const QString &path)

@@ -212,6 +212,7 @@ private Q_SLOTS:
     void aKindIsSwitchedWhateverTheOrderOfWords();
     void bindMountsAreNoLinesOfTheDevice_data();
     void bindMountsAreNoLinesOfTheDevice();
+    void noDeviceIsNamedByNoLine();
     void otherLinesKeepTheirBytes_data();
     void otherLinesKeepTheirBytes();
     void optionsThatWereThereKeepTheirBytes();
@@ -434,6 +435,13 @@ void TestFstabRewrite::aKindIsSwitchedWhateverTheOrderOfWords()
     QVERIFY(refusals > 0);
 }
 
+void TestFstabRewrite::noDeviceIsNamedByNoLine()
+{
+    const QByteArray table = QByteArray("\0/dev/sda1 / ext4 rw 0 1\n", 25) + "/home /srv/home none bind 0 0\n";
+    for (const OptionChange &change : {AddUser, RemoveUser})
+        QVERIFY(!rewriteFstab(table, QString(), change, BlkidTable({QString()})).refusal.isEmpty());
+}
+
 void TestFstabRewrite::bindMountsAreNoLinesOfTheDevice_data()
 {
     QTest::addColumn<QByteArray>("line");
@@ -441,6 +449,8 @@ void TestFstabRewrite::bindMountsAreNoLinesOfTheDevice_data()
     QTest::newRow("bind") << QByteArray("/home  /srv/home  ext4  rw,bind,usrquota  0  0");
     QTest::newRow("rbind") << QByteArray("/home  /srv/home  auto  rbind  0  0");
     QTest::newRow("both") << QByteArray("/home  /srv/home  none  bind  0  0");
+    QTest::newRow("a folder by FUSE") << QByteArray("/home  /srv/home  fuse.bindfs  perms=0750,usrquota  0  0");
+    QTest::newRow("an encrypted folder") << QByteArray("/home  /srv/home  ecryptfs  rw  0  0");
 }
 
 /// What is mounted there is a folder, or the node of a device, whose name may end as that of the device does.
