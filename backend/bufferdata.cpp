@@ -149,6 +149,9 @@ QStringList BufferData::readBlkid()
         Q_EMIT error(tr("Process %1 can not finished").arg(program));
         return {};
     case ProcessResult::End::Crashed:
+        if (result.standardOutput.isEmpty()) // and so it did not tell
+            return {};
+        break;
     case ProcessResult::End::Exited: // without any device it ends with code 2: what it printed is the answer either way
         break;
     }

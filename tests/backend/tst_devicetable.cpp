@@ -576,6 +576,10 @@ void TestDeviceTable::whoDidNotTellIsKnown()
     _sandbox.standIn(text("blkid")).cannotBeStarted();
     _buffer->resetCache();
     QCOMPARE(_table->silentSource(), text("blkid"));
+
+    _sandbox.standIn(text("blkid")).crashes();
+    _buffer->resetCache();
+    QCOMPARE(_table->silentSource(), text("blkid"));
 }
 
 KRA_SANDBOX_MAIN(TestDeviceTable)
