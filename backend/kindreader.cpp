@@ -34,7 +34,7 @@ QuotaFile KindReader::quotaFile(const QString &device, QuotaKind kind)
     path += QFile::encodeName(file.name);
     struct stat facts = {};
     if (stat(path.constData(), &facts) == 0)
-        file.lastWritten = QDateTime::fromSecsSinceEpoch(facts.st_mtime);
+        file.date = QDateTime::fromSecsSinceEpoch(facts.st_mtime);
     return file;
 }
 

@@ -26,10 +26,10 @@ struct KindState
 /// The file in the mount point that keeps a kind of quota.
 struct QuotaFile
 {
-    QString name;                         ///< the usual one, unless a mount option names another
-    std::optional<QDateTime> lastWritten; ///< none when there is no such file
+    QString name;                  ///< the usual one, unless a mount option names another
+    std::optional<QDateTime> date; ///< none when there is no such file; the kernel need not renew it at every write
 
-    bool exists() const { return lastWritten.has_value(); }
+    bool exists() const { return date.has_value(); }
 };
 
 /// Asks the mount tables, the mount point and the kernel about one kind of quota on one device.

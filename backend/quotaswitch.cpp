@@ -156,10 +156,11 @@ bool QuotaSwitch::switchOnWithFile(const QString &device, QuotaKind kind, const 
 void QuotaSwitch::tellOldCounts(const QString &device, QuotaKind kind, const QuotaFile &file)
 {
     if (file.exists())
-        Q_EMIT detail(tr("%1: quotas count on from the file %2, last written on %3. What was stored or removed between "
-                         "then and now is not counted; to count anew, switch them off, run %4 and switch them on.")
-                          .arg(device, file.name, file.lastWritten->toString(QStringLiteral("dd.MM.yyyy hh:mm")),
-                               QuotaPrograms::countCommand(device, kind)));
+        Q_EMIT detail(
+            tr("%1: quotas count on from the file %2, dated %3. What was stored or removed while they were off "
+               "is not counted; to count anew, switch them off, run %4 and switch them on.")
+                .arg(device, file.name, file.date->toString(QStringLiteral("dd.MM.yyyy hh:mm")),
+                     QuotaPrograms::countCommand(device, kind)));
 }
 
 /// What was mounted with which options is another thing afterwards, also when it failed half-way.

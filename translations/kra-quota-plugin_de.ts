@@ -1612,8 +1612,8 @@ wird ersetzt durch
         <translation>%1: Diese Quotas sind jetzt aus und kehren beim nächsten Start wieder, wenn die Option %2 nicht aus %3 entfernt wird</translation>
     </message>
     <message>
-        <source>%1: quotas count on from the file %2, last written on %3. What was stored or removed between then and now is not counted; to count anew, switch them off, run %4 and switch them on.</source>
-        <translation>%1: Die Quotas zählen mit der Datei %2 weiter, zuletzt geschrieben am %3. Was seither bis jetzt gespeichert oder gelöscht wurde, ist nicht gezählt; um neu zu zählen, schalten Sie sie aus, führen Sie %4 aus und schalten Sie sie wieder ein.</translation>
+        <source>%1: quotas count on from the file %2, dated %3. What was stored or removed while they were off is not counted; to count anew, switch them off, run %4 and switch them on.</source>
+        <translation>%1: Die Quotas zählen mit der Datei %2 weiter, die vom %3 ist. Was gespeichert oder gelöscht wurde, während sie aus waren, ist nicht gezählt; um neu zu zählen, schalten Sie sie aus, führen Sie %4 aus und schalten Sie sie wieder ein.</translation>
     </message>
 </context>
 <context>

@@ -158,9 +158,9 @@ void TestQuotaSwitch::onWithAQuotaFile()
     QCOMPARE(_machine.programs(), QStringList({text("mount /dev/sda1 -o remount"), text("quotaon -u /dev/sda1")}));
     QCOMPARE(_machine.errors(), QStringList());
     const QString oldCounts =
-        text("/dev/sda1: quotas count on from the file aquota.user, last written on 09.11.2021 17:05. What was stored "
-             "or removed between then and now is not counted; to count anew, switch them off, run quotacheck -um "
-             "/dev/sda1 and switch them on.");
+        text("/dev/sda1: quotas count on from the file aquota.user, dated 09.11.2021 17:05. What was stored or removed "
+             "while they were off is not counted; to count anew, switch them off, run quotacheck -um /dev/sda1 and "
+             "switch them on.");
     QCOMPARE(_machine.details().count(oldCounts), 1);
 
     // On demand alike; and nothing is to be said of a file that has just been made.
