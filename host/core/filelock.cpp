@@ -47,7 +47,8 @@ FileLock::~FileLock()
 {
     if (_descriptor < 0)
         return;
-    unlink(_path.constData()); // while it is locked: nobody else takes it for his own
+    if (isInPlace())               // somebody may have cleaned up, and another have made one
+        unlink(_path.constData()); // while it is locked: nobody else takes it for his own
     close(_descriptor);
 }
 
@@ -62,7 +63,7 @@ bool FileLock::take()
     if (!lock(_descriptor)) {
         _error = errno;
         if (_error != EBUSY)
-            unlink(_path.constData()); // no lock can be had here, so it is nobody's
+            unlink(_path.constData()); // where no lock can be had it is nobody's
     } else if (isInPlace()) {
         return true;
     }

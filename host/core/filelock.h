@@ -12,7 +12,7 @@
 class FileLock
 {
 public:
-    /// Waits for it, some seconds at most. Where it was not to be had, error() is not 0.
+    /// Waits for it, some seconds at most for each that has it before. Where it was not to be had, error() is not 0.
     explicit FileLock(const QByteArray &path);
     FileLock(const FileLock &) = delete;
     FileLock &operator=(const FileLock &) = delete;
