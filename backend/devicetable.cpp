@@ -221,7 +221,7 @@ std::optional<MountEntry> DeviceTable::lineByNumber(const QString &device)
         _mtabByNumber.emplace();
         const QVector<MountEntry> entries = trustworthy(_buffer.mtabEntries());
         for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
-            // Others are not looked at: the server of one may not answer.
+            // Disks only: the server of another file system may not answer.
             const bool isDisk =
                 SystemNames::isQuotaFilesystem(entry->type) && entry->fsName.startsWith(QLatin1Char('/'));
             const std::optional<dev_t> shown = isDisk ? numberOfDeviceAt(entry->dirBytes) : std::nullopt;

@@ -80,9 +80,8 @@ QString QuotaFacts::ofSilentSource(const ElementData &record)
     if (source.isEmpty())
         return {};
     //: %1 is a program or a file: blkid, /etc/fstab
-    return tr("Which devices there are is not known: %1 did not tell. Please refresh this when that is mended; the "
-              "list "
-              "of tasks says what went wrong.")
+    return tr("Which devices there are is not known: %1 did not tell. Please refresh this when that is mended; "
+              "the list of tasks says what went wrong.")
         .arg(source);
 }
 

@@ -104,7 +104,8 @@ void MessageArea::resizeEvent(QResizeEvent *event)
 void MessageArea::changeEvent(QEvent *event)
 {
     QFrame::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange ||
+        event->type() == QEvent::StyleChange)
         applyKind();
     else if (event->type() == QEvent::FontChange)
         fitHeight();
