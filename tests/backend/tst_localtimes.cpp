@@ -48,6 +48,23 @@ QVector<quint64> someMoments(const QByteArray &zone, QRandomGenerator &random)
     return moments;
 }
 
+/// Whether the clocks show another moment alike, and both or neither as summer time: mktime(3) then takes that which
+/// fits what it converted before.
+bool isToldTwice(const QTimeZone &zone, quint64 moment)
+{
+    constexpr int hour = 60 * 60; // no zone of the test puts its clocks back by more
+    const auto dataAt = [&zone](qint64 at) { return zone.offsetData(QDateTime::fromSecsSinceEpoch(at, Qt::UTC)); };
+    const auto here = dataAt(qint64(moment));
+    for (const int step : {-hour, hour}) {
+        const int offset = dataAt(qint64(moment) + step).offsetFromUtc;
+        const auto there = dataAt(qint64(moment) + here.offsetFromUtc - offset);
+        if (offset != here.offsetFromUtc && there.offsetFromUtc == offset &&
+            (there.daylightTimeOffset == 0) == (here.daylightTimeOffset == 0))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 void TestLocalTimes::timesAreThoseOfOneConversionEach_data()
@@ -73,6 +90,8 @@ void TestLocalTimes::timesAreThoseOfOneConversionEach()
     LocalTimes times;
     const QVector<quint64> moments = someMoments(zone, random);
     for (const quint64 moment : moments) {
+        if (isToldTwice(QTimeZone(zone), moment))
+            continue;
         QCOMPARE(told(times.at(moment)), told(toTime(moment)));
         QCOMPARE(times.at(moment), toTime(moment));
     }
